@@ -1,0 +1,161 @@
+#include "ZKArray.h"
+#include "ZKStringC.h"
+#include "ZKStringW.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <random>
+#include <stdexcept>
+#include <vector>
+
+namespace {
+
+int sumOf(const ZKStaticArray<int>& values) {
+    int sum = 0;
+    for (int v : values)
+        sum += v;
+    return sum;
+}
+
+const int* storageOf(const ZKStaticArray<int>& values) {
+    return values.data();
+}
+
+} // namespace
+
+TEST(ZKArray, LayoutIsThreePointersAndZeroedIsEmpty) {
+    static_assert(sizeof(ZKStaticArray<int>) == 3 * sizeof(void*));
+    static_assert(sizeof(ZKArray<double>) == 3 * sizeof(void*));
+    ZKArray<int> a;
+    EXPECT_TRUE(a.empty());
+    EXPECT_EQ(a.size(), 0);
+    EXPECT_EQ(a.capacity(), 0);
+    EXPECT_EQ(a.data(), nullptr);
+}
+
+TEST(ZKArray, GrowthDoublesTheCapacityOrTakesTheRequiredCount) {
+    ZKArray<int> a;
+    std::vector<long long> capacities;
+    for (int i = 0; i < 9; ++i) {
+        a.push_back(i);
+        capacities.push_back(a.capacity());
+    }
+    EXPECT_EQ(capacities, (std::vector<long long>{1, 2, 4, 4, 8, 8, 8, 8, 16}));
+    a.resize(40);
+    EXPECT_EQ(a.capacity(), 40); // required count beats twice the capacity
+    a.resize(41);
+    EXPECT_EQ(a.capacity(), 80);
+
+    // The rule doubles the capacity, not the size.
+    ZKArray<int> b;
+    b.reserve(10);
+    b.resize(3);
+    b.resize(11);
+    EXPECT_EQ(b.capacity(), 20);
+}
+
+TEST(ZKArray, ShrinkKeepsStorageAndFirstElements) {
+    ZKArray<ZKStringC> names{"one", "two", "three"};
+    const long long capacity = names.capacity();
+    names.resize(1);
+    EXPECT_EQ(names.size(), 1);
+    EXPECT_EQ(names.capacity(), capacity);
+    EXPECT_EQ(names[0], "one");
+    names.resize(3);
+    EXPECT_EQ(names[0], "one");
+    EXPECT_TRUE(names[1].isEmpty());
+    EXPECT_TRUE(names[2].isEmpty());
+    names.clear();
+    EXPECT_TRUE(names.empty());
+    EXPECT_EQ(names.capacity(), capacity);
+}
+
+TEST(ZKArray, ResizeFillsWithTheGivenValue) {
+    ZKArray<int> zeros;
+    zeros.resize(5, 0);
+    EXPECT_EQ(zeros, (ZKArray<int>{0, 0, 0, 0, 0}));
+    ZKArray<ZKStringW> words;
+    words.resize(2, ZKStringW("w"));
+    EXPECT_EQ(words[1], QStringLiteral("w"));
+    // A fill value that lives inside the array survives the reallocation.
+    ZKArray<ZKStringW> self{ZKStringW("first")};
+    self.resize(50, self[0]);
+    EXPECT_EQ(self[49], QStringLiteral("first"));
+    ZKArray<int> ints{9};
+    for (int i = 0; i < 20; ++i)
+        ints.push_back(ints[0]);
+    EXPECT_EQ(ints.back(), 9);
+}
+
+TEST(ZKArray, StaticViewReadsTheSameStorage) {
+    ZKArray<int> a{1, 2, 3, 4};
+    EXPECT_EQ(sumOf(a), 10);
+    EXPECT_EQ(storageOf(a), a.data()); // passed in place, not copied
+    ZKStaticArray<int> copy = a;
+    EXPECT_EQ(sumOf(copy), 10);
+    EXPECT_NE(copy.data(), a.data());
+    a[0] = 100;
+    EXPECT_EQ(copy[0], 1);
+}
+
+TEST(ZKArray, CopiesShareStringBuffersAndOwnTheirElements) {
+    ZKArray<ZKStringC> a{"alpha", "beta"};
+    ZKArray<ZKStringC> b = a;
+    EXPECT_EQ(b[0].constData(), a[0].constData()); // implicitly shared
+    b[0].append('!');
+    EXPECT_EQ(a[0], "alpha");
+    ZKArray<ZKStringC> moved = std::move(b);
+    EXPECT_EQ(moved[0], "alpha!");
+    EXPECT_TRUE(b.empty());
+    a = moved;
+    EXPECT_EQ(a, moved);
+}
+
+TEST(ZKArray, PopEraseAndFrontBack) {
+    ZKArray<ZKStringC> a{"a", "b", "c", "d"};
+    a.erase(1);
+    EXPECT_EQ(a, (ZKArray<ZKStringC>{"a", "c", "d"}));
+    a.pop_back();
+    EXPECT_EQ(a.front(), "a");
+    EXPECT_EQ(a.back(), "c");
+    EXPECT_EQ(a.size(), 2);
+}
+
+TEST(ZKArray, ExhaustionThrowsTheStandardExceptions) {
+    EXPECT_EQ(ZKArray<double>::max_size(), 2305843009213693951LL);
+    EXPECT_EQ(ZKArray<char>::max_size(), 9223372036854775807LL);
+    ZKArray<double> a;
+    EXPECT_THROW(a.resize(ZKArray<double>::max_size() + 1), std::length_error);
+    EXPECT_THROW(a.reserve(ZKArray<double>::max_size() + 1), std::length_error);
+    EXPECT_THROW(a.resize(-1), std::length_error);
+    EXPECT_TRUE(a.empty());
+}
+
+TEST(ZKArray, MatchesAVectorUnderRandomOperations) {
+    std::mt19937 rng(1234);
+    ZKArray<std::shared_ptr<int>> a;
+    std::vector<std::shared_ptr<int>> model;
+    for (int step = 0; step < 3000; ++step) {
+        const int op = int(rng() % 5);
+        if (op == 0 || op == 1) {
+            auto v = std::make_shared<int>(step);
+            a.push_back(v);
+            model.push_back(v);
+        } else if (op == 2 && !model.empty()) {
+            a.pop_back();
+            model.pop_back();
+        } else if (op == 3) {
+            const long long n = rng() % 40;
+            a.resize(n);
+            model.resize(size_t(n));
+        } else if (op == 4 && !model.empty()) {
+            const long long i = rng() % model.size();
+            a.erase(i);
+            model.erase(model.begin() + i);
+        }
+        ASSERT_EQ(a.size(), (long long)model.size());
+    }
+    for (size_t i = 0; i < model.size(); ++i)
+        EXPECT_EQ(a[i], model[i]);
+}

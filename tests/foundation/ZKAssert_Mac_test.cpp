@@ -1,0 +1,67 @@
+#include "ZKAssert.h"
+#include "ZKAssert_Mac.h"
+
+#include "ZKTestSupport.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct IgnoreListGuard {
+    ~IgnoreListGuard() { ZKAssert_Mac::s_messagesToIgnore.clear(); }
+};
+
+bool s_inAssertSeenByHandler = false;
+
+} // namespace
+
+TEST(ZKAssert_Mac, EmitsOneDebugMessageWithTheFixedContext) {
+    ZKQtMessageCapture capture;
+    ZKAssert_Mac::showAssert("Index out of range", "caller.cpp", 12);
+    ASSERT_EQ(capture.messages().size(), 1u);
+    const auto& m = capture.messages()[0];
+    EXPECT_EQ(m.type, QtDebugMsg);
+    EXPECT_EQ(m.text, "Index out of range");
+    EXPECT_EQ(m.file, "utils/native/mac/ZKAssert_Mac"); // not the caller's file
+    EXPECT_EQ(m.line, 45);
+    EXPECT_EQ(m.function, "static void ZKAssert_Mac::showAssert(const char *, const char *, int)");
+    EXPECT_EQ(m.category, "default");
+    EXPECT_FALSE(ZKAssert_Mac::s_inAssert);
+}
+
+TEST(ZKAssert_Mac, IgnoreListIsComparedWithoutCase) {
+    IgnoreListGuard guard;
+    ZKAssert_Mac::s_messagesToIgnore.push_back("Index out of range");
+    ZKQtMessageCapture capture;
+    ZKAssert_Mac::showAssert("INDEX OUT OF RANGE", __FILE__, __LINE__);
+    EXPECT_TRUE(capture.messages().empty());
+    ZKAssert_Mac::showAssert("Index out of range!", __FILE__, __LINE__);
+    ASSERT_EQ(capture.messages().size(), 1u);
+    EXPECT_EQ(capture.messages()[0].text, "Index out of range!");
+}
+
+TEST(ZKAssert_Mac, InAssertIsTrueOnlyWhileEmitting) {
+    s_inAssertSeenByHandler = false;
+    QtMessageHandler previous =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {
+            s_inAssertSeenByHandler = ZKAssert_Mac::s_inAssert;
+        });
+    ZKAssert_Mac::showAssert("checked", nullptr, 0);
+    qInstallMessageHandler(previous);
+    EXPECT_TRUE(s_inAssertSeenByHandler);
+    EXPECT_FALSE(ZKAssert_Mac::s_inAssert);
+}
+
+TEST(ZKAssert_Mac, MessageIsTheFormatOfQtsFormatter) {
+    // Kept: the message is handed over as the format, so "%%" is one percent sign.
+    ZKQtMessageCapture capture;
+    ZKAssert_Mac::showAssert("100%% sure", nullptr, 0);
+    ASSERT_EQ(capture.messages().size(), 1u);
+    EXPECT_EQ(capture.messages()[0].text, "100% sure");
+}
+
+TEST(ZKAssertClass, CounterStartsAtZeroAndIsLeftToTheApplication) {
+    EXPECT_EQ(ZKAssertClass::s_inZKAssertCount, 0);
+    ZKAssert_Mac::showAssert("does not touch the counter", nullptr, 0);
+    EXPECT_EQ(ZKAssertClass::s_inZKAssertCount, 0);
+}

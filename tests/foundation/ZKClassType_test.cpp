@@ -1,0 +1,162 @@
+#include "ZKClassType.h"
+#include "ZKCompatibleType.h"
+#include "ZKObject.h"
+#include "ZKTyped.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+
+namespace {
+
+class TestWidget : public ZKObject {
+    ZK_DECLARE_CLASS(TestWidget)
+public:
+    int m_value = 7;
+};
+ZK_IMPLEMENT_CLASS(TestWidget)
+
+class TestGadget : public ZKObject {
+    ZK_DECLARE_CLASS(TestGadget)
+};
+ZK_IMPLEMENT_CLASS(TestGadget)
+
+// Records in the bucket of `name`, in registry order.
+std::vector<ZKClassType*> bucketOf(const char* name) {
+    const int h = ZKClassType::computeHashCode(name);
+    std::vector<ZKClassType*> out;
+    for (int i = 0; i < ZKClassType::sizeOfHash(h); ++i)
+        out.push_back(ZKClassType::m_allTypes[ZKClassType::m_hash[h] + i]);
+    return out;
+}
+
+} // namespace
+
+TEST(ZKClassType, LibraryTypesAreRegisteredAtLoad) {
+    ZKClassType* typed = ZKClassType::getFromName("ZKTyped");
+    ZKClassType* object = ZKClassType::getFromName("ZKObject");
+    ASSERT_NE(typed, nullptr);
+    ASSERT_NE(object, nullptr);
+    EXPECT_EQ(typed, ZKTyped::s_classType);
+    EXPECT_EQ(object, ZKObject::getClassTypeStatic());
+    EXPECT_STREQ(object->getName(), "ZKObject");
+    EXPECT_EQ(ZKClassType::getFromName("zkobject"), nullptr); // case-sensitive
+    EXPECT_EQ(ZKClassType::getFromName("NoSuchClass"), nullptr);
+}
+
+TEST(ZKClassType, HashIsTheSignedByteSumModulo41) {
+    EXPECT_EQ(ZKClassType::computeHashCode(""), 0);
+    EXPECT_EQ(ZKClassType::computeHashCode("ab"), 195 % 41);
+    EXPECT_EQ(ZKClassType::computeHashCode("ba"), 31);
+    EXPECT_EQ(ZKClassType::computeHashCode("\xff"), -1); // a signed byte
+    EXPECT_EQ(ZKClassType::computeHashCode("\x80\x80"), -256 % 41);
+    EXPECT_EQ(ZKClassType::sizeOfHash(-3), 0);
+}
+
+TEST(ZKClassType, InstancesAreBuiltByName) {
+    EXPECT_EQ(ZKTyped::getClassTypeStatic()->createNewInstance(), nullptr);
+    std::unique_ptr<ZKTyped> object(ZKObject::getClassTypeStatic()->createNewInstance());
+    ASSERT_NE(object, nullptr);
+    EXPECT_EQ(object->getClassType(), ZKObject::getClassTypeStatic());
+
+    std::unique_ptr<ZKTyped> widget(ZKClassType::getFromName("TestWidget")->createNewInstance());
+    ASSERT_NE(widget, nullptr);
+    EXPECT_EQ(widget->getClassType(), TestWidget::getClassTypeStatic());
+    EXPECT_EQ(dynamic_cast<TestWidget*>(widget.get())->m_value, 7);
+}
+
+TEST(ZKClassType, CastersAndClones) {
+    TestWidget widget;
+    widget.m_value = 3;
+    ZKObject plain;
+    EXPECT_EQ(widget.castIn(*TestWidget::getClassTypeStatic()), &widget);
+    EXPECT_EQ(widget.castIn(*TestGadget::getClassTypeStatic()), nullptr);
+    EXPECT_NE(plain.castIn(*ZKObject::getClassTypeStatic()), nullptr);
+    EXPECT_EQ(plain.castIn(*TestWidget::getClassTypeStatic()), nullptr);
+    ZKTyped* asTyped = &plain;
+    EXPECT_EQ(plain.castIn(*ZKTyped::getClassTypeStatic()), asTyped);
+    EXPECT_EQ(ZKObject::classCaster(nullptr), nullptr);
+    EXPECT_EQ(ZKTyped::classCaster(nullptr), nullptr);
+
+    std::unique_ptr<ZKTyped> copy(widget.copyClone());
+    EXPECT_EQ(dynamic_cast<TestWidget*>(copy.get())->m_value, 3);
+    std::unique_ptr<ZKTyped> empty(widget.emptyClone());
+    EXPECT_EQ(dynamic_cast<TestWidget*>(empty.get())->m_value, 7);
+    std::unique_ptr<ZKTyped> objectCopy(plain.copyClone());
+    EXPECT_EQ(objectCopy->getClassType(), ZKObject::getClassTypeStatic());
+}
+
+TEST(ZKClassType, IdentityNotNameMakesEquality) {
+    const ZKClassType* a = ZKObject::getClassTypeStatic();
+    EXPECT_TRUE(*a == *ZKClassType::getFromName("ZKObject"));
+    EXPECT_TRUE(*a != *ZKTyped::getClassTypeStatic());
+}
+
+TEST(ZKClassType, CollidingNamesShareABucketNewestFirst) {
+    const int before = ZKClassType::m_numTypes;
+    const int bucket = ZKClassType::computeHashCode("ab");
+    const int sizeBefore = ZKClassType::sizeOfHash(bucket);
+    ZKClassType* ab = new ZKClassType("ab");
+    ZKClassType* ba = new ZKClassType("ba");
+    EXPECT_EQ(ab->m_id, before);
+    EXPECT_EQ(ba->m_id, before + 1);
+    EXPECT_EQ(ZKClassType::m_numTypes, before + 2);
+    EXPECT_EQ(ZKClassType::sizeOfHash(bucket), sizeBefore + 2);
+    std::vector<ZKClassType*> inBucket = bucketOf("ab");
+    ASSERT_GE(inBucket.size(), 2u);
+    EXPECT_EQ(inBucket[0], ba);
+    EXPECT_EQ(inBucket[1], ab);
+    EXPECT_EQ(ZKClassType::getFromName("ab"), ab);
+    EXPECT_EQ(ZKClassType::getFromName("ba"), ba);
+
+    ZKClassType* ab2 = new ZKClassType("ab");
+    EXPECT_EQ(ZKClassType::getFromName("ab"), ab2); // the newest record wins
+
+    // Every bucket's start stays consistent with the array.
+    int total = 0;
+    for (int h = 0; h < ZKClassType::kNumBuckets; ++h) {
+        EXPECT_EQ(ZKClassType::m_hash[h], total);
+        total += ZKClassType::sizeOfHash(h);
+        for (int i = 0; i < ZKClassType::sizeOfHash(h); ++i)
+            EXPECT_EQ(ZKClassType::computeHashCode(
+                          ZKClassType::m_allTypes[ZKClassType::m_hash[h] + i]->getName()),
+                      h);
+    }
+    EXPECT_EQ(total, ZKClassType::m_numTypes);
+    EXPECT_EQ(ZKClassType::getFromName(""), nullptr);
+}
+
+TEST(ZKClassType, DeleteAllTypesEmptiesTheRegistry) {
+    // Runs in a child so the registry of this test process stays intact.
+    EXPECT_EXIT(
+        {
+            ZKClassType::deleteAllTypes();
+            const bool empty = ZKClassType::m_numTypes == 0 && ZKClassType::m_allTypes == nullptr &&
+                               ZKClassType::getFromName("ZKObject") == nullptr;
+            ZKClassType* fresh = new ZKClassType("");
+            const bool reset = fresh->m_id == 0 && ZKClassType::getFromName("") == fresh &&
+                               ZKClassType::sizeOfHash(0) == 1 && ZKClassType::m_hash[40] == 1;
+            ZKClassType::deleteAllTypes();
+            std::exit(empty && reset ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
+}
+
+TEST(ZKCompatibleType, OffsetCountsFourByteWords) {
+    ZKCompatibleType t(nullptr);
+    EXPECT_EQ(t.getOffset(), 0);
+    char buffer[64];
+    EXPECT_EQ(t.convertPointer(buffer), buffer);
+    t.setOffset(3);
+    // Kept: the offset is in 4-byte units, so 3 moves the pointer by 12 bytes.
+    EXPECT_EQ(t.convertPointer(buffer), buffer + 12);
+    EXPECT_EQ(t.convertPointer(nullptr), nullptr);
+    t.setOffset(-2);
+    EXPECT_EQ(t.convertPointer(buffer + 16), buffer + 8);
+    ZKCompatibleType copy(t);
+    EXPECT_EQ(copy.getOffset(), -2);
+    ZKCompatibleType assigned(nullptr);
+    assigned = t;
+    EXPECT_EQ(assigned.convertPointer(buffer + 8), buffer);
+}

@@ -1,0 +1,21 @@
+// ZKUtils.h: the umbrella header; includes every public header of the library.
+// Use it as #include <ZKUtils/ZKUtils.h>.
+#pragma once
+
+// foundation
+#include "ZKAssert.h"
+#include "ZKAssert_Mac.h"
+#include "ZKClassType.h"
+#include "ZKCompatibleType.h"
+#include "ZKExport.h"
+#include "ZKObject.h"
+#include "ZKReturnCodes.h"
+#include "ZKTyped.h"
+
+// strings
+#include "ZKStringC.h"
+#include "ZKStringServer.h"
+#include "ZKStringW.h"
+
+// containers
+#include "ZKArray.h"

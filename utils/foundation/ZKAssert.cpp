@@ -1,0 +1,3 @@
+#include "ZKAssert.h"
+
+int ZKAssertClass::s_inZKAssertCount = 0;
