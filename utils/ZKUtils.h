@@ -19,3 +19,13 @@
 
 // containers
 #include "ZKArray.h"
+
+// persistence
+
+// disk
+
+// system
+
+// maths
+
+// image
