@@ -7,6 +7,7 @@ packages=(
     build-essential cmake ninja-build pkg-config
     qtbase5-dev libpng-dev zlib1g-dev libx11-dev
     libgtest-dev libgmock-dev libbenchmark-dev
+    libeigen3-dev libboost-dev
 )
 if [ -n "${ZKUTILS_EXTRA_PACKAGES:-}" ]; then
     read -r -a extra <<<"$ZKUTILS_EXTRA_PACKAGES"
