@@ -23,6 +23,7 @@
 // persistence
 
 // disk
+#include "ZKDisk.h"
 
 // system
 
