@@ -28,5 +28,7 @@
 // system
 
 // maths
+#include "ZKMatrix.h"
+#include "ZKVec.h"
 
 // image
