@@ -26,6 +26,12 @@
 #include "ZKDisk.h"
 
 // system
+#include "ZKDate.h"
+#include "ZKDateTime.h"
+#include "ZKMutex.h"
+#include "ZKRandomServer.h"
+#include "ZKThread.h"
+#include "ZKTimeServer.h"
 
 // maths
 #include "ZKMatrix.h"

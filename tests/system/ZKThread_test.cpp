@@ -1,0 +1,191 @@
+#include "ZKMutex.h"
+#include "ZKThread.h"
+
+#include <QElapsedTimer>
+#include <QThread>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+
+namespace {
+
+class RecordingThread : public ZKThread {
+public:
+    void run() override {
+        runThread = QThread::currentThread();
+        sawItselfCurrent = isCurrentThread();
+        ++runs;
+    }
+    void onStarted() override { ++hooks; }
+    void onFinished() override { ++hooks; }
+    void onTerminated() override { ++hooks; }
+
+    std::atomic<QThread*> runThread{nullptr};
+    std::atomic<bool> sawItselfCurrent{false};
+    std::atomic<int> runs{0};
+    std::atomic<int> hooks{0};
+};
+
+class EventLoopThread : public ZKThread {
+public:
+    void run() override {
+        inLoop = true;
+        exitCode = startEventLoop();
+    }
+    std::atomic<bool> inLoop{false};
+    std::atomic<int> exitCode{-1};
+};
+
+// Spins (with short sleeps) until the flag is set; false after about 10 s.
+bool waitFor(const std::atomic<bool>& flag) {
+    for (int i = 0; i < 2000 && !flag; ++i)
+        ZKThread::msleep(5);
+    return flag;
+}
+
+// Tries a mutex from its own thread, either at once or with a wait.
+class TryLockThread : public ZKThread {
+public:
+    TryLockThread(ZKMutex& mutex, int waitMs) : m_mutex(mutex), m_waitMs(waitMs) {}
+    void run() override {
+        started = true;
+        const bool taken = m_waitMs < 0 ? m_mutex.tryLock() : m_mutex.tryLock(m_waitMs);
+        if (taken)
+            m_mutex.unlock();
+        result = taken ? 1 : 0;
+    }
+    std::atomic<bool> started{false};
+    std::atomic<int> result{-1};
+
+private:
+    ZKMutex& m_mutex;
+    int m_waitMs;
+};
+
+class CountingThread : public ZKThread {
+public:
+    CountingThread(ZKMutex& mutex, long& counter) : m_mutex(mutex), m_counter(counter) {}
+    void run() override {
+        for (int i = 0; i < 100000; ++i) {
+            m_mutex.lock();
+            m_counter = m_counter + 1;
+            m_mutex.unlock();
+        }
+    }
+
+private:
+    ZKMutex& m_mutex;
+    long& m_counter;
+};
+
+} // namespace
+
+TEST(ZKThread, RunsOnANewThreadAndIsWaitedFor) {
+    RecordingThread t;
+    EXPECT_FALSE(t.isRunning());
+    EXPECT_FALSE(t.isFinished());
+    EXPECT_TRUE(t.wait(0)); // never started: nothing to wait for
+    t.start();
+    ASSERT_TRUE(t.wait());
+    EXPECT_TRUE(t.isFinished());
+    EXPECT_FALSE(t.isRunning());
+    EXPECT_EQ(t.runs, 1);
+    EXPECT_NE(t.runThread.load(), nullptr);
+    EXPECT_NE(t.runThread.load(), QThread::currentThread());
+    EXPECT_TRUE(t.sawItselfCurrent);
+    EXPECT_FALSE(t.isCurrentThread());
+    // The hooks are for subclasses only: the library never calls them.
+    EXPECT_EQ(t.hooks, 0);
+
+    // One new thread per start().
+    QThread* first = t.runThread;
+    t.start();
+    ASSERT_TRUE(t.wait());
+    EXPECT_EQ(t.runs, 2);
+    EXPECT_NE(t.runThread.load(), QThread::currentThread());
+    (void)first;
+
+    // The default run() does nothing and the thread finishes.
+    ZKThread plain;
+    plain.start();
+    EXPECT_TRUE(plain.wait());
+    EXPECT_TRUE(plain.isFinished());
+}
+
+TEST(ZKThread, EventLoopRunsUntilQuitAndPriorityFollowsTheThread) {
+    EventLoopThread t;
+    EXPECT_EQ(t.getPriority(), int(QThread::InheritPriority));
+    t.start();
+    ASSERT_TRUE(waitFor(t.inLoop));
+    EXPECT_TRUE(t.isRunning());
+    EXPECT_FALSE(t.wait(20)); // still in its loop
+
+    t.setPriority(int(QThread::LowPriority));
+    EXPECT_EQ(t.getPriority(), int(QThread::LowPriority));
+    t.setPriority(42); // not a priority: ignored
+    t.setPriority(-1);
+    EXPECT_EQ(t.getPriority(), int(QThread::LowPriority));
+
+    t.quit();
+    ASSERT_TRUE(t.wait(10000));
+    EXPECT_TRUE(t.isFinished());
+    EXPECT_EQ(t.exitCode, 0);
+}
+
+TEST(ZKThread, StaticSleepsWaitAtLeastTheirTime) {
+    QElapsedTimer timer;
+    timer.start();
+    ZKThread::msleep(30);
+    EXPECT_GE(timer.elapsed(), 30);
+    timer.restart();
+    ZKThread::usleep(20000);
+    EXPECT_GE(timer.nsecsElapsed(), 20000000);
+    ZKThread::yieldCurrentThread();
+    ZKThread::setCurrentThreadName("worker");
+}
+
+TEST(ZKMutex, TryLockFromAnotherThread) {
+    ZKMutex mutex;
+    mutex.lock();
+    // Not recursive: the holder itself cannot take it again.
+    EXPECT_FALSE(mutex.tryLock());
+
+    TryLockThread atOnce(mutex, -1);
+    atOnce.start();
+    ASSERT_TRUE(atOnce.wait(10000));
+    EXPECT_EQ(atOnce.result, 0);
+
+    TryLockThread briefly(mutex, 30);
+    briefly.start();
+    ASSERT_TRUE(briefly.wait(10000));
+    EXPECT_EQ(briefly.result, 0);
+
+    // A waiting try gets the lock once the holder lets it go.
+    TryLockThread patient(mutex, 10000);
+    patient.start();
+    ASSERT_TRUE(waitFor(patient.started));
+    ZKThread::msleep(20);
+    mutex.unlock();
+    ASSERT_TRUE(patient.wait(15000));
+    EXPECT_EQ(patient.result, 1);
+
+    TryLockThread free(mutex, -1);
+    free.start();
+    ASSERT_TRUE(free.wait(10000));
+    EXPECT_EQ(free.result, 1);
+    EXPECT_TRUE(mutex.tryLock());
+    mutex.unlock();
+}
+
+TEST(ZKMutex, SerialisesTwoThreads) {
+    ZKMutex mutex;
+    long counter = 0;
+    CountingThread a(mutex, counter);
+    CountingThread b(mutex, counter);
+    a.start();
+    b.start();
+    ASSERT_TRUE(a.wait());
+    ASSERT_TRUE(b.wait());
+    EXPECT_EQ(counter, 200000);
+}
