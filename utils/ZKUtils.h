@@ -35,6 +35,12 @@
 
 // maths
 #include "ZKMatrix.h"
+#include "ZKMatrixRoutines.h"
+#include "ZKMatrixRoutines_Euler.h"
+#include "ZKMatrixRoutines_Rotation.h"
+#include "ZKQuaternion.h"
+#include "ZKQuaternionRoutines.h"
+#include "ZKSymMatrix3d.h"
 #include "ZKVec.h"
 
 // image
