@@ -38,6 +38,7 @@
 #include "ZKMatrixRoutines.h"
 #include "ZKMatrixRoutines_Euler.h"
 #include "ZKMatrixRoutines_Rotation.h"
+#include "ZKNumeric.h"
 #include "ZKQuaternion.h"
 #include "ZKQuaternionRoutines.h"
 #include "ZKSymMatrix3d.h"
