@@ -7,6 +7,10 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <cstdint>
+#include <cstring>
+#include <unistd.h>
+
 namespace {
 
 QByteArray readAll(const QString& path) {
@@ -14,6 +18,39 @@ QByteArray readAll(const QString& path) {
     if (!f.open(QIODevice::ReadOnly))
         return QByteArray("<missing>");
     return f.readAll();
+}
+
+bool writeBytes(const QString& path, const QByteArray& bytes) {
+    QFile f(path);
+    return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
+}
+
+// A stream over `bytes`, read back through a temporary file.
+class ByteStream {
+public:
+    explicit ByteStream(const QByteArray& bytes) {
+        const QString path = m_dir.filePath("stream.bin");
+        if (m_dir.isValid() && writeBytes(path, bytes))
+            m_file = std::fopen(QFile::encodeName(path).constData(), "rb");
+    }
+    ~ByteStream() {
+        if (m_file)
+            std::fclose(m_file);
+    }
+    ByteStream(const ByteStream&) = delete;
+    ByteStream& operator=(const ByteStream&) = delete;
+    FILE* get() const { return m_file; }
+
+private:
+    QTemporaryDir m_dir;
+    FILE* m_file = nullptr;
+};
+
+QByteArray units32(std::initializer_list<std::uint32_t> units) {
+    QByteArray bytes;
+    for (const std::uint32_t u : units)
+        bytes.append(reinterpret_cast<const char*>(&u), sizeof u);
+    return bytes;
 }
 
 } // namespace
@@ -40,4 +77,312 @@ TEST(ZKDiskText, FopenUtf8OpensNonAsciiPathsAndRefusesEmptyOnes) {
     EXPECT_EQ(fopenUtf8(ZKStringW(), "rb"), ZKDisk::s_invalidFile);
     EXPECT_EQ(fopenUtf8(ZKStringW(""), "w"), ZKDisk::s_invalidFile);
     EXPECT_EQ(fopenUtf8(ZKStringW(dir.filePath("missing.txt")), "rb"), ZKDisk::s_invalidFile);
+}
+
+TEST(ZKDiskText, ReadTextFileContentHonoursMaxBytesAndReportsMissingFiles) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const ZKStringW path = dir.filePath(QString::fromUtf8("t\xc3\xa9n.txt"));
+    ASSERT_TRUE(writeBytes(path, QByteArray("0123\0"
+                                            "56789",
+                                            10)));
+    ZKStringC content;
+    EXPECT_TRUE(ZKDisk::readTextFileContent(path, content, 4));
+    EXPECT_EQ(content, "0123");
+    EXPECT_TRUE(ZKDisk::readTextFileContent(path, content, -1));
+    EXPECT_EQ(content, ZKStringC(QByteArray("0123\0"
+                                            "56789",
+                                            10)));
+    EXPECT_TRUE(ZKDisk::readTextFileContent(path, content, 100));
+    EXPECT_EQ(content.size(), 10);
+    EXPECT_TRUE(ZKDisk::readTextFileContent(path, content, 0));
+    EXPECT_EQ(content, "");
+    // A byte path is decoded as UTF-8 before opening.
+    EXPECT_TRUE(ZKDisk::readTextFileContent(path.toUtf8(), content, 2));
+    EXPECT_EQ(content, "01");
+
+    content = "stale";
+    EXPECT_FALSE(ZKDisk::readTextFileContent(ZKStringW(dir.filePath("missing")), content, -1));
+    EXPECT_TRUE(content.isEmpty());
+    content = "stale";
+    EXPECT_FALSE(ZKDisk::readTextFileContent(ZKStringW(), content, -1));
+    EXPECT_TRUE(content.isEmpty());
+    content = "stale";
+    EXPECT_FALSE(ZKDisk::readTextFileContent(ZKStringC(), content, -1));
+    EXPECT_TRUE(content.isEmpty());
+
+    // Wide content is the UTF-8 decoding, set only on success.
+    const ZKStringW utf8Path = dir.filePath("utf8.txt");
+    ASSERT_TRUE(writeBytes(utf8Path, "caf\xc3\xa9\n\xe2\x82\xac"));
+    ZKStringW text("untouched");
+    EXPECT_TRUE(ZKDisk::readTextFileContent(utf8Path, text, -1));
+    EXPECT_EQ(text, QString::fromUtf8("caf\xc3\xa9\n\xe2\x82\xac"));
+    text = "untouched";
+    EXPECT_FALSE(ZKDisk::readTextFileContent(ZKStringW(dir.filePath("missing")), text, -1));
+    EXPECT_EQ(text, "untouched");
+
+    // A folder opens but cannot be read: a short read, false.
+    EXPECT_FALSE(ZKDisk::readTextFileContent(ZKStringW(dir.path()), content, -1));
+    EXPECT_TRUE(content.isEmpty());
+}
+
+TEST(ZKDiskText, WriteTextFileContentTruncatesAndWritesUtf8ForWideText) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const QString path = dir.filePath("w.txt");
+    EXPECT_TRUE(ZKDisk::writeTextFileContent(ZKStringC(QFile::encodeName(path)),
+                                             ZKStringC("first line\nsecond")));
+    EXPECT_EQ(readAll(path), QByteArray("first line\nsecond"));
+    EXPECT_TRUE(ZKDisk::writeTextFileContent(ZKStringW(path), ZKStringC("ab\r\n")));
+    EXPECT_EQ(readAll(path), QByteArray("ab\r\n")); // no line-end conversion
+    EXPECT_TRUE(ZKDisk::writeTextFileContent(ZKStringW(path),
+                                             ZKStringW(QString::fromUtf8("\xc3\xa9\xe2\x82\xac"))));
+    EXPECT_EQ(readAll(path), QByteArray("\xc3\xa9\xe2\x82\xac"));
+    EXPECT_TRUE(ZKDisk::writeTextFileContent(ZKStringW(path), ZKStringC()));
+    EXPECT_EQ(readAll(path), QByteArray(""));
+    EXPECT_FALSE(
+        ZKDisk::writeTextFileContent(ZKStringW(dir.filePath("no/such.txt")), ZKStringC("x")));
+    EXPECT_FALSE(ZKDisk::writeTextFileContent(ZKStringW(), ZKStringW("x")));
+    EXPECT_FALSE(ZKDisk::writeTextFileContent(ZKStringC(""), ZKStringC("x")));
+}
+
+TEST(ZKDiskText, AddTextToFileFormatsTheTextASecondTime) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const QString path = dir.filePath(QString::fromUtf8("\xc3\xa0jout.log"));
+    const ZKStringC bytePath = QFile::encodeName(path);
+    // Kept: the plain text is a format, so "%%" writes one percent sign.
+    EXPECT_TRUE(ZKDisk::addTextToFile(bytePath, ZKStringC("100%%\n")));
+    EXPECT_EQ(readAll(path), QByteArray("100%\n"));
+    // Kept: the formatting forms format twice, so an argument's "%%" and a
+    // format's "%%%%" each reach the file as one percent sign.
+    EXPECT_TRUE(ZKDisk::addTextToFile(bytePath, "%s=%d%%%%", "50%%", 7));
+    EXPECT_EQ(readAll(path), QByteArray("100%\n50%=7%"));
+    EXPECT_TRUE(ZKDisk::addTextToFile(ZKStringW(path), ZKStringC(";w")));
+    EXPECT_TRUE(ZKDisk::addTextToFile(ZKStringW(path), "%c%s", 'x', "y"));
+    EXPECT_EQ(readAll(path), QByteArray("100%\n50%=7%;wxy"));
+
+    EXPECT_FALSE(ZKDisk::addTextToFile(ZKStringW(dir.filePath("no/such.log")), ZKStringC("x")));
+    EXPECT_FALSE(ZKDisk::addTextToFile(ZKStringW(), "%d", 1));
+    EXPECT_FALSE(ZKDisk::addTextToFile(ZKStringC(""), ZKStringC("x")));
+}
+
+TEST(ZKDiskText, ByteStreamLinesEndAtCrCrlfAndLf) {
+    ZKStringC line("untouched");
+    EXPECT_FALSE(ZKDisk::readTextLine(ZKDisk::s_invalidFile, line));
+    EXPECT_EQ(line, "untouched");
+
+    ByteStream mixed(QByteArray("a\r\nb\rc\n"));
+    ASSERT_NE(mixed.get(), nullptr);
+    EXPECT_TRUE(ZKDisk::readTextLine(mixed.get(), line));
+    EXPECT_EQ(line, "a");
+    EXPECT_TRUE(ZKDisk::readTextLine(mixed.get(), line));
+    EXPECT_EQ(line, "b");
+    // The byte after a lone CR was given back: the stream stands right after the CR.
+    EXPECT_EQ(std::ftell(mixed.get()), 5);
+    EXPECT_TRUE(ZKDisk::readTextLine(mixed.get(), line));
+    EXPECT_EQ(line, "c");
+    EXPECT_FALSE(ZKDisk::readTextLine(mixed.get(), line));
+    EXPECT_TRUE(line.isEmpty());
+
+    // LF then CR are two line ends; the last line needs none.
+    ByteStream lfcr(QByteArray("a\n\rb"));
+    EXPECT_TRUE(ZKDisk::readTextLine(lfcr.get(), line));
+    EXPECT_EQ(line, "a");
+    EXPECT_TRUE(ZKDisk::readTextLine(lfcr.get(), line));
+    EXPECT_EQ(line, "");
+    EXPECT_TRUE(ZKDisk::readTextLine(lfcr.get(), line));
+    EXPECT_EQ(line, "b");
+    EXPECT_FALSE(ZKDisk::readTextLine(lfcr.get(), line));
+
+    // A file of only line ends gives one empty line per end.
+    ByteStream ends(QByteArray("\n\n\r\n\r"));
+    int emptyLines = 0;
+    while (ZKDisk::readTextLine(ends.get(), line)) {
+        EXPECT_TRUE(line.isEmpty());
+        ++emptyLines;
+    }
+    EXPECT_EQ(emptyLines, 4);
+
+    ByteStream empty(QByteArray(""));
+    line = "stale";
+    EXPECT_FALSE(ZKDisk::readTextLine(empty.get(), line));
+    EXPECT_TRUE(line.isEmpty());
+}
+
+TEST(ZKDiskText, ByteStreamLinesGrowAndNeverTouchSharedCopies) {
+    const QByteArray longLine(1000, 'x');
+    ByteStream stream(longLine + "\r" + QByteArray(250, 'y') + "\nz");
+    ZKStringC line("previous");
+    const ZKStringC copy = line;
+    EXPECT_TRUE(ZKDisk::readTextLine(stream.get(), line));
+    EXPECT_EQ(line, ZKStringC(longLine));
+    EXPECT_EQ(copy, "previous");
+    const ZKStringC kept = line;
+    EXPECT_TRUE(ZKDisk::readTextLine(stream.get(), line));
+    EXPECT_EQ(line, ZKStringC(QByteArray(250, 'y')));
+    EXPECT_EQ(kept, ZKStringC(longLine));
+    ZKStringC literal(QByteArrayLiteral("read-only"));
+    EXPECT_TRUE(ZKDisk::readTextLine(stream.get(), literal));
+    EXPECT_EQ(literal, "z");
+}
+
+TEST(ZKDiskText, ByteStreamGivesBackTheByteAfterACrOnAPipe) {
+    int fds[2];
+    ASSERT_EQ(pipe(fds), 0);
+    ASSERT_EQ(write(fds[1], "a\rb\r", 4), 4);
+    close(fds[1]);
+    FILE* stream = fdopen(fds[0], "rb");
+    ASSERT_NE(stream, nullptr);
+    ZKStringC line;
+    EXPECT_TRUE(ZKDisk::readTextLine(stream, line));
+    EXPECT_EQ(line, "a");
+    EXPECT_TRUE(ZKDisk::readTextLine(stream, line));
+    EXPECT_EQ(line, "b");
+    EXPECT_FALSE(ZKDisk::readTextLine(stream, line));
+    std::fclose(stream);
+}
+
+TEST(ZKDiskText, WideStreamLinesReadThirtyTwoBitUnitsAsSixteenBitOnes) {
+    if (Q_BYTE_ORDER != Q_LITTLE_ENDIAN)
+        GTEST_SKIP() << "expected units are written for little-endian machines";
+    ZKStringW line("untouched");
+    EXPECT_FALSE(ZKDisk::readTextLine(ZKDisk::s_invalidFile, line));
+    EXPECT_EQ(line, "untouched");
+
+    ByteStream stream(units32({'A', 'B', 13, 10, 'C'}));
+    // Kept: two 32-bit units read back as the first two 16-bit units of their
+    // buffer, "A" and the zero high half of 'A'.
+    EXPECT_TRUE(ZKDisk::readTextLine(stream.get(), line));
+    EXPECT_EQ(line, QString(QChar('A')) + QChar(0));
+    // CR and LF are not paired.
+    EXPECT_TRUE(ZKDisk::readTextLine(stream.get(), line));
+    EXPECT_TRUE(line.isEmpty());
+    // The last line comes with false: the file ended before a line end.
+    EXPECT_FALSE(ZKDisk::readTextLine(stream.get(), line));
+    EXPECT_EQ(line, "C");
+    EXPECT_FALSE(ZKDisk::readTextLine(stream.get(), line));
+    EXPECT_TRUE(line.isEmpty());
+
+    // Kept: the wide writer's 16-bit units do not read back with the wide
+    // reader: "hi\n" holds one whole 32-bit unit and half of another.
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const ZKStringW path = dir.filePath("wide.txt");
+    FILE* out = fopenUtf8(path, "wb");
+    ASSERT_NE(out, nullptr);
+    EXPECT_TRUE(ZKDisk::writeTextLine(out, ZKStringW("hi"), true));
+    std::fclose(out);
+    EXPECT_EQ(readAll(path), QByteArray("h\0i\0\n\0", 6));
+    FILE* in = fopenUtf8(path, "rb");
+    ASSERT_NE(in, nullptr);
+    EXPECT_FALSE(ZKDisk::readTextLine(in, line));
+    EXPECT_EQ(line, "h");
+    std::fclose(in);
+}
+
+TEST(ZKDiskText, InMemoryByteLinesDropEveryCr) {
+    const ZKStringC content("a\r\nb\rc\n");
+    int position = 0;
+    ZKStringC line;
+    EXPECT_TRUE(ZKDisk::readTextLine(content, position, line));
+    EXPECT_EQ(line, "a");
+    EXPECT_EQ(position, 3);
+    EXPECT_TRUE(ZKDisk::readTextLine(content, position, line));
+    EXPECT_EQ(line, "bc");
+    EXPECT_EQ(position, 7);
+    EXPECT_FALSE(ZKDisk::readTextLine(content, position, line));
+    EXPECT_EQ(line, "bc");
+
+    const ZKStringC blanks("\n\nlast");
+    position = 0;
+    EXPECT_TRUE(ZKDisk::readTextLine(blanks, position, line));
+    EXPECT_EQ(line, "");
+    EXPECT_TRUE(ZKDisk::readTextLine(blanks, position, line));
+    EXPECT_EQ(line, "");
+    EXPECT_TRUE(ZKDisk::readTextLine(blanks, position, line));
+    EXPECT_EQ(line, "last");
+    EXPECT_EQ(position, 6);
+    EXPECT_FALSE(ZKDisk::readTextLine(blanks, position, line));
+
+    // Only CRs left: nothing to return, `line` untouched.
+    const ZKStringC crs("x\n\r\r");
+    position = 2;
+    line = "kept";
+    EXPECT_FALSE(ZKDisk::readTextLine(crs, position, line));
+    EXPECT_EQ(line, "kept");
+    EXPECT_EQ(position, 4);
+    // Positions outside the content read nothing.
+    position = 9;
+    EXPECT_FALSE(ZKDisk::readTextLine(crs, position, line));
+    position = -1;
+    EXPECT_FALSE(ZKDisk::readTextLine(crs, position, line));
+    EXPECT_EQ(line, "kept");
+    position = 0;
+    EXPECT_FALSE(ZKDisk::readTextLine(ZKStringC(), position, line));
+}
+
+TEST(ZKDiskText, InMemoryWideLinesEndAtCrAndAtLf) {
+    const ZKStringW content(QString::fromUtf8("\xc3\xa9\r\nb\rc"));
+    int position = 0;
+    ZKStringW line;
+    EXPECT_TRUE(ZKDisk::readTextLine(content, position, line));
+    EXPECT_EQ(line, QString::fromUtf8("\xc3\xa9"));
+    EXPECT_TRUE(ZKDisk::readTextLine(content, position, line));
+    EXPECT_EQ(line, "");
+    EXPECT_TRUE(ZKDisk::readTextLine(content, position, line));
+    EXPECT_EQ(line, "b");
+    EXPECT_TRUE(ZKDisk::readTextLine(content, position, line));
+    EXPECT_EQ(line, "c");
+    EXPECT_EQ(position, content.size());
+    EXPECT_FALSE(ZKDisk::readTextLine(content, position, line));
+    EXPECT_EQ(line, "c");
+    position = 42;
+    EXPECT_FALSE(ZKDisk::readTextLine(content, position, line));
+}
+
+TEST(ZKDiskText, WriteTextLineAndCStringsRoundTrip) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const ZKStringW path = dir.filePath("lines.bin");
+    EXPECT_FALSE(ZKDisk::writeTextLine(ZKDisk::s_invalidFile, ZKStringC("x"), true));
+    EXPECT_FALSE(ZKDisk::writeTextLine(ZKDisk::s_invalidFile, ZKStringW("x"), true));
+    EXPECT_FALSE(ZKDisk::writeCString(ZKDisk::s_invalidFile, ZKStringC("x")));
+    FILE* out = fopenUtf8(path, "wb");
+    ASSERT_NE(out, nullptr);
+    EXPECT_TRUE(ZKDisk::writeTextLine(out, ZKStringC("ab"), true));
+    EXPECT_TRUE(ZKDisk::writeTextLine(out, ZKStringC("c"), false));
+    EXPECT_TRUE(ZKDisk::writeTextLine(out, ZKStringW(QString::fromUtf8("\xc3\xa9")), false));
+    EXPECT_TRUE(ZKDisk::writeCString(out, ZKStringC("xy")));
+    EXPECT_TRUE(ZKDisk::writeCString(out, ZKStringC()));
+    EXPECT_TRUE(ZKDisk::writeCString(out, ZKStringC("z")));
+    std::fclose(out);
+    const QByteArray e9 =
+        Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? QByteArray("\xe9\0", 2) : QByteArray("\0\xe9", 2);
+    EXPECT_EQ(readAll(path), QByteArray("ab\nc") + e9 + QByteArray("xy\0\0z\0", 6));
+
+    FILE* in = fopenUtf8(path, "rb");
+    ASSERT_NE(in, nullptr);
+    ASSERT_EQ(std::fseek(in, 6, SEEK_SET), 0);
+    ZKArray<char> scratch;
+    scratch.push_back('!');
+    ZKStringC text("stale");
+    EXPECT_TRUE(ZKDisk::readCString(in, text, &scratch));
+    EXPECT_EQ(text, "xy");
+    EXPECT_TRUE(ZKDisk::readCString(in, text, &scratch));
+    EXPECT_EQ(text, "");
+    EXPECT_TRUE(ZKDisk::readCString(in, text, nullptr));
+    EXPECT_EQ(text, "z");
+    // At the end of the file: an empty text, still true.
+    EXPECT_TRUE(ZKDisk::readCString(in, text, &scratch));
+    EXPECT_EQ(text, "");
+    std::fclose(in);
+    text = "untouched";
+    EXPECT_FALSE(ZKDisk::readCString(ZKDisk::s_invalidFile, text, &scratch));
+    EXPECT_EQ(text, "untouched");
+
+    // A last string without its zero byte ends at the end of the file.
+    ByteStream unterminated(QByteArray("tail"));
+    EXPECT_TRUE(ZKDisk::readCString(unterminated.get(), text, nullptr));
+    EXPECT_EQ(text, "tail");
 }

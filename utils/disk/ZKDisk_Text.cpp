@@ -1,8 +1,345 @@
 #include "ZKDisk.h"
 
+#include "internal/ZKFormat.h"
+
+#include <climits>
+#include <cstdarg>
+#include <cstdint>
+#include <cstring>
+
 FILE* fopenUtf8(const ZKStringW& path, const char* mode) {
     if (path.isEmpty())
         return ZKDisk::s_invalidFile;
     const ZKStringC utf8 = path.toUtf8();
     return std::fopen(utf8.constData(), mode);
+}
+
+namespace {
+
+// Line buffers start with room for 100 units and double when full.
+constexpr int kLineBufferStart = 100;
+// The longest byte string Qt can allocate, with room for its header.
+constexpr int kMaxStringBytes = INT_MAX - 64;
+// C string buffers start with room for 20 bytes.
+constexpr long long kCStringBufferStart = 20;
+
+// Holds the stream's lock for a whole line, so that the byte loop runs on the
+// unlocked character reads instead of one locked library call per byte.
+class StreamLock {
+public:
+    explicit StreamLock(FILE* stream) : m_stream(stream) { flockfile(stream); }
+    ~StreamLock() { funlockfile(m_stream); }
+    StreamLock(const StreamLock&) = delete;
+    StreamLock& operator=(const StreamLock&) = delete;
+
+private:
+    FILE* m_stream;
+};
+
+// Gives back the byte just read by seeking one byte back; a stream that cannot
+// seek (a pipe) gets the byte pushed back instead, so that it is not lost.
+void giveBackByte(FILE* stream, int byte) {
+    if (std::fseek(stream, -1, SEEK_CUR) != 0)
+        std::ungetc(byte, stream);
+}
+
+// Reads one 32-bit unit in the machine's byte order; false at end of file
+// or on a read error (a partial unit at the end counts as the end).
+bool readUnit32(FILE* stream, std::uint32_t& unit) {
+    unsigned char bytes[4];
+    for (unsigned char& b : bytes) {
+        const int c = getc_unlocked(stream);
+        if (c == EOF)
+            return false;
+        b = static_cast<unsigned char>(c);
+    }
+    std::memcpy(&unit, bytes, sizeof unit);
+    return true;
+}
+
+bool writeBytesAndClose(FILE* stream, const char* data, int size) {
+    const size_t written = size > 0 ? std::fwrite(data, 1, size_t(size), stream) : 0;
+    const bool closed = std::fclose(stream) == 0;
+    return written == size_t(size > 0 ? size : 0) && closed;
+}
+
+// fprintf(stream, format) with no argument, written so that the format
+// needs no literal.
+void printWithoutArguments(FILE* stream, const char* format, ...) {
+    va_list args;
+    va_start(args, format);
+    std::vfprintf(stream, format, args);
+    va_end(args);
+}
+
+bool appendText(FILE* stream, const ZKStringC& text) {
+    if (!stream)
+        return false;
+    // Kept: `text` is used as the format itself, so the output of the
+    // formatting forms is formatted a second time.
+    printWithoutArguments(stream, text.constData());
+    std::fclose(stream);
+    // Kept: true whatever the write did.
+    return true;
+}
+
+} // namespace
+
+bool ZKDisk::readTextFileContent(const ZKStringW& path, ZKStringC& content, int maxBytes) {
+    FILE* stream = fopenUtf8(path, "rb");
+    if (!stream) {
+        content.clear();
+        return false;
+    }
+    long size = -1;
+    if (std::fseek(stream, 0, SEEK_END) == 0)
+        size = std::ftell(stream);
+    std::fseek(stream, 0, SEEK_SET);
+    const long long count = (maxBytes >= 0 && size > maxBytes) ? maxBytes : size;
+    // A size the stream cannot tell, or more than a string can hold, fails
+    // like an unreadable file instead of attempting the allocation.
+    if (size < 0 || count > kMaxStringBytes) {
+        std::fclose(stream);
+        content.clear();
+        return false;
+    }
+    content.resize(int(count)); // QByteArray keeps a zero byte after the data
+    const size_t read = count > 0 ? std::fread(content.data(), 1, size_t(count), stream) : 0;
+    content.resize(int(read));
+    std::fclose(stream);
+    return read == size_t(count);
+}
+
+bool ZKDisk::readTextFileContent(const ZKStringC& path, ZKStringC& content, int maxBytes) {
+    ZKStringW widePath;
+    widePath.convertFrom(path);
+    return readTextFileContent(widePath, content, maxBytes);
+}
+
+bool ZKDisk::readTextFileContent(const ZKStringW& path, ZKStringW& content, int maxBytes) {
+    ZKStringC bytes;
+    if (!readTextFileContent(path, bytes, maxBytes))
+        return false;
+    content.fromUtf8(bytes);
+    return true;
+}
+
+bool ZKDisk::writeTextFileContent(const ZKStringC& path, const ZKStringC& content) {
+    FILE* stream = std::fopen(path.constData(), "w");
+    if (!stream)
+        return false;
+    return writeBytesAndClose(stream, content.constData(), content.size());
+}
+
+bool ZKDisk::writeTextFileContent(const ZKStringW& path, const ZKStringW& content) {
+    return writeTextFileContent(path, content.toUtf8());
+}
+
+bool ZKDisk::writeTextFileContent(const ZKStringW& path, const ZKStringC& content) {
+    FILE* stream = fopenUtf8(path, "w");
+    if (!stream)
+        return false;
+    return writeBytesAndClose(stream, content.constData(), content.size());
+}
+
+bool ZKDisk::addTextToFile(const ZKStringC& path, const char* format, ...) {
+    va_list args;
+    va_start(args, format);
+    const ZKStringC text = ZKInternal::vformat4096(format, args);
+    va_end(args);
+    return addTextToFile(path, text);
+}
+
+bool ZKDisk::addTextToFile(const ZKStringC& path, const ZKStringC& text) {
+    return appendText(std::fopen(path.constData(), "a"), text);
+}
+
+bool ZKDisk::addTextToFile(const ZKStringW& path, const char* format, ...) {
+    va_list args;
+    va_start(args, format);
+    const ZKStringC text = ZKInternal::vformat4096(format, args);
+    va_end(args);
+    return addTextToFile(path, text);
+}
+
+bool ZKDisk::addTextToFile(const ZKStringW& path, const ZKStringC& text) {
+    return appendText(fopenUtf8(path, "a"), text);
+}
+
+bool ZKDisk::readTextLine(FILE* stream, ZKStringC& line) {
+    if (!stream)
+        return false;
+    // The line is built in `line`'s own storage: every outcome below replaces
+    // its content, and reusing the caller's buffer saves an allocation a line.
+    if (line.capacity() < kLineBufferStart)
+        line.reserve(kLineBufferStart);
+    line.resize(line.capacity());
+    char* buffer = line.data();
+    int capacity = line.size();
+    int length = 0;
+    bool lineEnd = false;
+    {
+        StreamLock lock(stream);
+        for (;;) {
+            const int c = getc_unlocked(stream);
+            if (c == EOF)
+                break;
+            if (c == '\n') {
+                lineEnd = true;
+                break;
+            }
+            if (c == '\r') {
+                lineEnd = true;
+                const int next = getc_unlocked(stream);
+                if (next != EOF && next != '\n')
+                    giveBackByte(stream, next);
+                break;
+            }
+            if (length == capacity) {
+                capacity = capacity <= kMaxStringBytes / 2 ? capacity * 2 : kMaxStringBytes;
+                if (length == capacity)
+                    break; // a line longer than any string goes on as the next line
+                line.resize(capacity);
+                buffer = line.data();
+            }
+            buffer[length++] = char(c);
+        }
+    }
+    if (length == 0) {
+        line.clear();
+        return lineEnd;
+    }
+    line.resize(length);
+    return true;
+}
+
+bool ZKDisk::readTextLine(FILE* stream, ZKStringW& line) {
+    if (!stream)
+        return false;
+    ZKArray<std::uint32_t> units;
+    units.reserve(kLineBufferStart);
+    bool lineEnd = false;
+    {
+        StreamLock lock(stream);
+        std::uint32_t unit = 0;
+        while (readUnit32(stream, unit)) {
+            if (unit == 10 || unit == 13) {
+                lineEnd = true;
+                break;
+            }
+            units.push_back(unit);
+        }
+    }
+    if (units.empty()) {
+        line.clear();
+        return lineEnd;
+    }
+    // Kept: the buffer of 32-bit units is read back as 16-bit units, as many
+    // as units were read, from its start.
+    const int count = int(units.size());
+    line.resize(count);
+    std::memcpy(static_cast<void*>(line.data()), units.data(), size_t(count) * sizeof(QChar));
+    return lineEnd;
+}
+
+bool ZKDisk::readTextLine(const ZKStringC& content, int& position, ZKStringC& line) {
+    const int size = content.size();
+    if (position < 0 || position >= size)
+        return false;
+    const char* data = content.constData();
+    const void* found = std::memchr(data + position, '\n', size_t(size - position));
+    const int end = found ? int(static_cast<const char*>(found) - data) : size;
+    ZKStringC buffer;
+    buffer.reserve(end - position);
+    for (int i = position; i < end; ++i) {
+        // Kept: a CR is dropped wherever it stands, not only before LF.
+        if (data[i] != '\r')
+            buffer.append(data[i]);
+    }
+    position = found ? end + 1 : end;
+    if (buffer.isEmpty()) {
+        if (!found)
+            return false;
+        line.clear();
+        return true;
+    }
+    line = buffer;
+    return true;
+}
+
+bool ZKDisk::readTextLine(const ZKStringW& content, int& position, ZKStringW& line) {
+    const int size = content.size();
+    if (position < 0 || position >= size)
+        return false;
+    const QChar* data = content.constData();
+    int end = position;
+    while (end < size && data[end] != QLatin1Char('\n') && data[end] != QLatin1Char('\r'))
+        ++end;
+    const bool found = end < size;
+    const int length = end - position;
+    if (length == 0 && !found) {
+        position = end;
+        return false;
+    }
+    if (length == 0)
+        line.clear();
+    else
+        line = content.mid(position, length);
+    position = found ? end + 1 : end;
+    return true;
+}
+
+bool ZKDisk::writeTextLine(FILE* stream, const ZKStringC& line, bool addNewLine) {
+    if (!stream)
+        return false;
+    if (!line.isEmpty())
+        std::fwrite(line.constData(), 1, size_t(line.size()), stream);
+    if (addNewLine)
+        std::fputc('\n', stream);
+    // Kept: the write results are not looked at.
+    return true;
+}
+
+bool ZKDisk::writeTextLine(FILE* stream, const ZKStringW& line, bool addNewLine) {
+    if (!stream)
+        return false;
+    // Kept: 16-bit units in the machine's order, although the wide stream
+    // reader expects 32-bit units.
+    if (!line.isEmpty())
+        std::fwrite(line.constData(), sizeof(QChar), size_t(line.size()), stream);
+    if (addNewLine) {
+        const std::uint16_t newLine = 10;
+        std::fwrite(&newLine, sizeof newLine, 1, stream);
+    }
+    return true;
+}
+
+bool ZKDisk::readCString(FILE* stream, ZKStringC& text, ZKArray<char>* scratch) {
+    if (!stream)
+        return false;
+    ZKArray<char> local;
+    ZKArray<char>& buffer = scratch ? *scratch : local;
+    buffer.clear();
+    if (buffer.capacity() < kCStringBufferStart)
+        buffer.reserve(kCStringBufferStart);
+    {
+        StreamLock lock(stream);
+        for (;;) {
+            const int c = getc_unlocked(stream);
+            if (c == EOF || c == 0)
+                break;
+            if (buffer.size() == kMaxStringBytes)
+                break; // the rest is read as the next string
+            buffer.push_back(char(c));
+        }
+    }
+    text = ZKStringC(buffer.data(), int(buffer.size()));
+    return true;
+}
+
+bool ZKDisk::writeCString(FILE* stream, const ZKStringC& text) {
+    if (!stream)
+        return false;
+    // constData() always ends with the zero byte.
+    return std::fwrite(text.constData(), 1, size_t(text.size()) + 1, stream) > 0;
 }
