@@ -34,13 +34,20 @@
 #include "ZKTimeServer.h"
 
 // maths
+#include "ZKBBox.h"
+#include "ZKBBoxAlgo.h"
+#include "ZKBoundingSphere.h"
+#include "ZKGeomMaths.h"
+#include "ZKLine.h"
 #include "ZKMatrix.h"
 #include "ZKMatrixRoutines.h"
 #include "ZKMatrixRoutines_Euler.h"
 #include "ZKMatrixRoutines_Rotation.h"
 #include "ZKNumeric.h"
+#include "ZKPlane.h"
 #include "ZKQuaternion.h"
 #include "ZKQuaternionRoutines.h"
+#include "ZKSegment.h"
 #include "ZKSymMatrix3d.h"
 #include "ZKVec.h"
 
