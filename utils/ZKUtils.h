@@ -19,6 +19,9 @@
 
 // containers
 #include "ZKArray.h"
+#include "ZKArrayByBlocs.h"
+#include "ZKArrayIO.h"
+#include "ZKArrayServer.h"
 #include "ZKBoolArray.h"
 #include "ZKUBIndexQueue.h"
 #include "ZKUIdGenerator.h"
