@@ -3,11 +3,15 @@
 #pragma once
 
 // foundation
+#include "ZKArrayDebugLog.h"
 #include "ZKAssert.h"
 #include "ZKAssert_Mac.h"
 #include "ZKClassType.h"
 #include "ZKCompatibleType.h"
+#include "ZKDebugChrono.h"
 #include "ZKExport.h"
+#include "ZKLog.h"
+#include "ZKLogWindow.h"
 #include "ZKObject.h"
 #include "ZKReturnCodes.h"
 #include "ZKTyped.h"
@@ -27,15 +31,24 @@
 #include "ZKUIdGenerator.h"
 
 // persistence
+#include "ZKBinaryFile.h"
+#include "ZKTokenValueFile.h"
 
 // disk
 #include "ZKDisk.h"
+#include "ZKFileFinder.h"
+#include "ZKFileSystemWatcher.h"
 
 // system
 #include "ZKDate.h"
 #include "ZKDateTime.h"
+#include "ZKKeyboardServer.h"
+#include "ZKModifierFlags.h"
+#include "ZKMouseServer.h"
 #include "ZKMutex.h"
+#include "ZKProcessServer.h"
 #include "ZKRandomServer.h"
+#include "ZKSystemServer.h"
 #include "ZKThread.h"
 #include "ZKTimeServer.h"
 
@@ -58,3 +71,8 @@
 #include "ZKVec.h"
 
 // image
+#include "ZKColor.h"
+#include "ZKColorServer.h"
+#include "ZKImage.h"
+#include "ZKImageIO_Utils.h"
+#include "ZKPixRect.h"
