@@ -123,20 +123,21 @@ bool ZKTokenValueFile::hasToken(const char* token) const {
     return findToken(token) >= 0;
 }
 
-bool ZKTokenValueFile::getStringC(const char* token, ZKStringC& value) const {
+template <typename T, typename Convert>
+bool ZKTokenValueFile::getValue(const char* token, T& value, Convert convert) const {
     const long long i = findToken(token);
     if (i < 0)
         return false;
-    value = m_valuesC[i];
+    value = convert(i);
     return true;
 }
 
+bool ZKTokenValueFile::getStringC(const char* token, ZKStringC& value) const {
+    return getValue(token, value, [this](long long i) { return m_valuesC[i]; });
+}
+
 bool ZKTokenValueFile::getStringW(const char* token, ZKStringW& value) const {
-    const long long i = findToken(token);
-    if (i < 0)
-        return false;
-    value = m_valuesW[i];
-    return true;
+    return getValue(token, value, [this](long long i) { return m_valuesW[i]; });
 }
 
 bool ZKTokenValueFile::getStringW(const ZKStringW& token, ZKStringW& value) const {
@@ -151,35 +152,19 @@ bool ZKTokenValueFile::getStringW(const ZKStringW& token, ZKStringW& value) cons
 }
 
 bool ZKTokenValueFile::getInt(const char* token, int& value) const {
-    const long long i = findToken(token);
-    if (i < 0)
-        return false;
-    value = valueAsInt(m_valuesW[i]);
-    return true;
+    return getValue(token, value, [this](long long i) { return valueAsInt(m_valuesW[i]); });
 }
 
 bool ZKTokenValueFile::getFloat(const char* token, float& value) const {
-    const long long i = findToken(token);
-    if (i < 0)
-        return false;
-    value = valueAsFloat(m_valuesW[i]);
-    return true;
+    return getValue(token, value, [this](long long i) { return valueAsFloat(m_valuesW[i]); });
 }
 
 bool ZKTokenValueFile::getDouble(const char* token, double& value) const {
-    const long long i = findToken(token);
-    if (i < 0)
-        return false;
-    value = valueAsDouble(m_valuesW[i]);
-    return true;
+    return getValue(token, value, [this](long long i) { return valueAsDouble(m_valuesW[i]); });
 }
 
 bool ZKTokenValueFile::getBool(const char* token, bool& value) const {
-    const long long i = findToken(token);
-    if (i < 0)
-        return false;
-    value = valueAsBool(m_valuesW[i]);
-    return true;
+    return getValue(token, value, [this](long long i) { return valueAsBool(m_valuesW[i]); });
 }
 
 bool ZKTokenValueFile::getBool_(const char* token, bool defaultValue) const {

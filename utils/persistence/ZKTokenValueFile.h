@@ -123,6 +123,9 @@ public:
 
 private:
     long long findToken(const char* token) const;
+    // Stores convert(index of the token's first pair) in value when found.
+    template <typename T, typename Convert>
+    bool getValue(const char* token, T& value, Convert convert) const;
     void appendPair(const ZKStringC& tokenC, const ZKStringW& tokenW, const ZKStringW& valueW,
                     const ZKStringC& valueC);
     bool setPair(const char* token, const ZKStringW& valueW, const ZKStringC& valueC);
