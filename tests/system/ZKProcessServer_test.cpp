@@ -1,0 +1,71 @@
+#include "ZKProcessServer.h"
+
+#include <QCoreApplication>
+
+#include <gtest/gtest.h>
+
+TEST(ZKProcessServer, ExecutableAndFolderOfTheRunningProgram) {
+    const ZKStringW file = ZKProcessServer::getCurrentProcessFileName();
+    EXPECT_EQ(file, ZKStringW(QCoreApplication::applicationFilePath()));
+    EXPECT_EQ(ZKProcessServer::getCurrentProcessFileName(), file);
+    const ZKStringW folder = ZKProcessServer::getCurrentProcessFolder();
+    EXPECT_EQ(folder, ZKStringW(QCoreApplication::applicationDirPath()));
+    EXPECT_FALSE(folder.endsWith('/'));
+    // Not inside a bundle: the application folder is the process folder.
+    EXPECT_EQ(ZKProcessServer::getCurrentAppFolder(), folder);
+
+    EXPECT_EQ(ZKProcessServer::getCurrentProcessID(), -1);
+    ZKArray<int> ids{4, 5};
+    ZKProcessServer::findAllRunningProcessIDs(ids);
+    EXPECT_EQ(ids.size(), 2);
+    EXPECT_FALSE(ZKProcessServer::sendTextMessageToProcess(1, ZKStringC("x")));
+    EXPECT_FALSE(ZKProcessServer::sendTextMessageToProcess(1, ZKStringW("x")));
+    ZKProcessServer::setProcessPathFromArgv0("/elsewhere/tool");
+    EXPECT_EQ(ZKProcessServer::getCurrentProcessFileName(), file);
+}
+
+TEST(ZKProcessServer, BundleExecutableGivesTheFolderHoldingTheBundle) {
+    auto app = [](const char* folder) {
+        return ZKProcessServer::getAppFolderFromProcessFolder(ZKStringW(folder));
+    };
+    EXPECT_EQ(app("/Apps/Tool.app/Contents/MacOS"), ZKStringW("/Apps"));
+    EXPECT_EQ(app("/Apps/Tool.app/Contents/Frameworks"), ZKStringW("/Apps"));
+    EXPECT_EQ(app("/a//b/../Apps/Tool.app/Contents/MacOS"), ZKStringW("/a/Apps"));
+    EXPECT_EQ(app("/Tool.app/Contents/MacOS"), ZKStringW("/"));
+    // Only these exact, case-sensitive endings count.
+    EXPECT_EQ(app("/Apps/Tool.app/Contents/MacOSX"), ZKStringW("/Apps/Tool.app/Contents/MacOSX"));
+    EXPECT_EQ(app("/Apps/Tool.app/contents/macos"), ZKStringW("/Apps/Tool.app/contents/macos"));
+    EXPECT_EQ(app("Contents/MacOS"), ZKStringW("Contents/MacOS"));
+    EXPECT_EQ(app("/usr/local/bin"), ZKStringW("/usr/local/bin"));
+    EXPECT_EQ(app(""), ZKStringW(""));
+}
+
+TEST(ZKProcessServer, RemoveSuffixCutsOnlyAnExactEnding) {
+    ZKStringW text("report.txt.bak");
+    EXPECT_TRUE(removeSuffix(text, ZKStringW(".bak")));
+    EXPECT_EQ(text, ZKStringW("report.txt"));
+    EXPECT_FALSE(removeSuffix(text, ZKStringW(".TXT")));
+    EXPECT_EQ(text, ZKStringW("report.txt"));
+    EXPECT_FALSE(removeSuffix(text, ZKStringW("longer than report.txt")));
+    EXPECT_TRUE(removeSuffix(text, ZKStringW("report.txt")));
+    EXPECT_EQ(text, ZKStringW(""));
+    EXPECT_TRUE(removeSuffix(text, ZKStringW("")));
+}
+
+TEST(ZKProcessServer, FindProcessByExecutableNameOrPath) {
+    const ZKStringW self = ZKProcessServer::getCurrentProcessFileName();
+    ZKStringW found;
+    // Other runs of this executable may be alive; whichever comes first has
+    // the same executable.
+    EXPECT_GT(ZKProcessServer::findProcessIDfromFileName(self, true, &found), 0);
+    EXPECT_EQ(found, self);
+    const ZKStringW name(QCoreApplication::applicationFilePath().section('/', -1));
+    EXPECT_GT(ZKProcessServer::findProcessIDfromFileName(name, false), 0);
+    EXPECT_EQ(ZKProcessServer::findProcessIDfromFileName(name, true), -1);
+    found = ZKStringW("kept");
+    EXPECT_EQ(
+        ZKProcessServer::findProcessIDfromFileName(ZKStringW("/no/such/program"), true, &found),
+        -1);
+    EXPECT_EQ(found, ZKStringW("kept"));
+    EXPECT_EQ(ZKProcessServer::findProcessIDfromFileName(ZKStringW(""), false), -1);
+}

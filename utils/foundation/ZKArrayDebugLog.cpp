@@ -1,0 +1,5 @@
+#include "ZKArrayDebugLog.h"
+
+void ZKArrayDebugLog::onIndexError(long long, long long, const char*) {}
+
+void ZKArrayDebugLog::onEndIndexError(long long, long long, const char*) {}
