@@ -333,3 +333,38 @@ TEST(ZKColorServer, PartialLogUpdateUsesTheLogRule) {
                                                           ZKArray<int>{1, 2}, 2, 0, 100, 2.0);
     EXPECT_EQ(colors[0], marker);
 }
+
+TEST(ZKColorServer, RealValuesToColorsTakesBoundsFromTheValuesWhenBothAreMinusOne) {
+    ZKArray<ZKColor4ub> colors(5, ZKColor4ub(1, 2, 3, 4));
+    ZKColorServer::realValuesToColors(colors, ZKArray<float>{1, 2, 3}, 2, -1.0f, -1.0f);
+    EXPECT_EQ(colors, (ZKArray<ZKColor4ub>{kBlack, grey(127), kWhite}));
+
+    // Non-finite values take no part in the bounds and become white.
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    ZKArray<ZKColor4ub> fromDoubles;
+    ZKColorServer::realValuesToColors(fromDoubles, ZKArray<double>{nan, 0, 10, 2.5}, 1, -1.0, -1.0);
+    EXPECT_EQ(fromDoubles, (ZKArray<ZKColor4ub>{kWhite, kWhite, kBlack, grey(191)}));
+
+    // All values negative: the array server's maximum starts at the smallest
+    // normal float, so -1 sits at two thirds of [-3, 1.2e-38].
+    ZKColorServer::realValuesToColors(colors, ZKArray<float>{-3, -1}, 2, -1.0f, -1.0f);
+    EXPECT_EQ(colors, (ZKArray<ZKColor4ub>{kBlack, grey(170)}));
+}
+
+TEST(ZKColorServer, RealValuesToColorsWithEqualBoundsGivesWhite) {
+    ZKArray<ZKColor4ub> colors{ZKColor4ub(1, 2, 3, 4)};
+    ZKColorServer::realValuesToColors(colors, ZKArray<float>{1, 2, 3}, 2, 4.0f, 4.0f);
+    EXPECT_EQ(colors, (ZKArray<ZKColor4ub>{kWhite, kWhite, kWhite}));
+    ZKColorServer::realValuesToColors(colors, ZKArray<double>{7, 7}, 3, -1.0, -1.0);
+    EXPECT_EQ(colors, (ZKArray<ZKColor4ub>{kWhite, kWhite}));
+
+    // Given bounds: values outside are clamped, the palette serves scale 0,
+    // and scales that leave colours keep the old ones.
+    const ZKArray<ZKColor4ub> palette{ZKColor4ub(0, 0, 0, 0), ZKColor4ub(100, 100, 100, 100)};
+    ZKColorServer::realValuesToColors(colors, ZKArray<float>{-5, 5, 50}, 0, 0.0f, 10.0f, &palette);
+    EXPECT_EQ(colors, (ZKArray<ZKColor4ub>{ZKColor4ub(0, 0, 0, 0), ZKColor4ub(50, 50, 50, 50),
+                                           ZKColor4ub(100, 100, 100, 100)}));
+    ZKColorServer::realValuesToColors(colors, ZKArray<float>{1, 2, 3, 4}, 0, 0.0f, 10.0f);
+    EXPECT_EQ(colors, (ZKArray<ZKColor4ub>{ZKColor4ub(0, 0, 0, 0), ZKColor4ub(50, 50, 50, 50),
+                                           ZKColor4ub(100, 100, 100, 100), kBlack}));
+}
