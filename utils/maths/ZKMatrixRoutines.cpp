@@ -150,26 +150,37 @@ template <int Count, typename Out, typename In> void copyConverted(Out* out, con
 // are updated only where the pivot row's entry is not exactly zero. out is
 // written only on success and may be m.
 template <int N, typename Out, typename In> bool invertGauss(Out* out, const In* m) {
-    double storage[N][2 * N];
-    double* row[N];
+    // Rows are swapped by value (not through pointers) and every loop has a
+    // compile-time bound, so the whole elimination unrolls into registers.
+    double row[N][2 * N];
+#pragma GCC unroll 4
     for (int r = 0; r < N; ++r) {
-        row[r] = storage[r];
+#pragma GCC unroll 4
         for (int c = 0; c < N; ++c) {
-            storage[r][c] = double(m[N * c + r]);
-            storage[r][N + c] = (r == c) ? 1.0 : 0.0;
+            row[r][c] = double(m[N * c + r]);
+            row[r][N + c] = (r == c) ? 1.0 : 0.0;
         }
     }
+#pragma GCC unroll 4
     for (int col = 0; col < N; ++col) {
+#pragma GCC unroll 4
         for (int k = N - 1; k > col; --k) {
-            if (std::fabs(row[k][col]) > std::fabs(row[k - 1][col]))
-                std::swap(row[k], row[k - 1]);
+            if (std::fabs(row[k][col]) > std::fabs(row[k - 1][col])) {
+#pragma GCC unroll 8
+                for (int j = 0; j < 2 * N; ++j)
+                    std::swap(row[k][j], row[k - 1][j]);
+            }
         }
-        if (row[col][col] == 0.0)
+        const double pivot = row[col][col];
+        if (pivot == 0.0)
             return false;
+#pragma GCC unroll 4
         for (int k = col + 1; k < N; ++k) {
-            const double mult = row[k][col] / row[col][col];
+            const double mult = row[k][col] / pivot;
+#pragma GCC unroll 4
             for (int j = col + 1; j < N; ++j)
                 row[k][j] -= mult * row[col][j];
+#pragma GCC unroll 4
             for (int j = N; j < 2 * N; ++j) {
                 const double s = row[col][j];
                 if (s != 0.0)
@@ -177,17 +188,23 @@ template <int N, typename Out, typename In> bool invertGauss(Out* out, const In*
             }
         }
     }
+#pragma GCC unroll 4
     for (int i = N - 1; i >= 0; --i) {
         const double s = 1.0 / row[i][i];
+#pragma GCC unroll 4
         for (int j = N; j < 2 * N; ++j)
             row[i][j] *= s;
+#pragma GCC unroll 4
         for (int k = 0; k < i; ++k) {
             const double f = row[k][i];
+#pragma GCC unroll 4
             for (int j = N; j < 2 * N; ++j)
                 row[k][j] -= row[i][j] * f;
         }
     }
+#pragma GCC unroll 4
     for (int c = 0; c < N; ++c)
+#pragma GCC unroll 4
         for (int r = 0; r < N; ++r)
             out[N * c + r] = Out(row[r][N + c]);
     return true;
