@@ -27,3 +27,8 @@ g++ -std=c++17 -fPIC "$consumer_src/consumer.cpp" -o "$work/zk_consumer_pc" \
 out=$("$work/zk_consumer_pc")
 test "$out" = "consumer: ok"
 echo "pkg-config consumer: ok"
+
+# The installed tool finds the installed library and runs its demo.
+"$work/prefix/bin/zkutil" --help >/dev/null
+"$work/prefix/bin/zkutil" demo "$work/demo" >/dev/null
+echo "installed zkutil demo: ok"
