@@ -3,7 +3,7 @@ file(READ ${UTILS_DIR}/ZKUtils.h umbrella)
 file(GLOB_RECURSE headers RELATIVE ${UTILS_DIR} ${UTILS_DIR}/*.h)
 set(missing)
 foreach(h IN LISTS headers)
-    if(h MATCHES "/internal/" OR h MATCHES "^native/linux/" OR h STREQUAL "native/ZKNative.h"
+    if(h MATCHES "/internal/" OR h MATCHES "^native/linux/" OR h MATCHES "^native/[^/]*$"
        OR h STREQUAL "ZKUtils.h")
         continue()
     endif()
