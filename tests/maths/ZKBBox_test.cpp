@@ -8,6 +8,10 @@
 #include <limits>
 #include <random>
 
+// min then max, nothing else.
+static_assert(sizeof(ZKBBox1f) == 2 * sizeof(float) && sizeof(ZKBBox2f) == 4 * sizeof(float) &&
+              sizeof(ZKBBox3f) == 6 * sizeof(float));
+
 TEST(ZKBBox1f, EmptyIntervalGrowsFromItsFirstValue) {
     ZKBBox1f box;
     EXPECT_TRUE(box.isEmpty());

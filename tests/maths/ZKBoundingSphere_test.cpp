@@ -4,6 +4,9 @@
 
 #include <random>
 
+// Centre then radius, nothing else.
+static_assert(sizeof(ZKBoundingSphere) == 4 * sizeof(float));
+
 TEST(ZKBoundingSphere, FirstPointAndPointsInsideLeaveItAsItIs) {
     ZKBoundingSphere sphere;
     EXPECT_TRUE(sphere.isEmpty());

@@ -29,6 +29,12 @@ int windingNumber(const ZKVec2f& p, const std::vector<ZKVec2f>& poly) {
 
 } // namespace
 
+// The value types keep the layout callers store: their values and nothing else.
+static_assert(sizeof(ZKLine3f) == 6 * sizeof(float) && sizeof(ZKLine3d) == 6 * sizeof(double));
+static_assert(sizeof(ZKSegment3f) == 6 * sizeof(float) &&
+              sizeof(ZKSegment3d) == 6 * sizeof(double));
+static_assert(sizeof(ZKPlane3f) == 4 * sizeof(float) && sizeof(ZKPlane3d) == 4 * sizeof(double));
+
 TEST(ZKGeomMaths, PointLineAndPointPlaneDistances) {
     const ZKLine3f line(ZKVec3f(1, 0, 0), ZKVec3f(0, 1, 0));
     ZKVec3f nearest;
@@ -59,6 +65,9 @@ TEST(ZKGeomMaths, PointSegmentDistanceByRegion) {
     EXPECT_EQ(t, 0.25f);
     EXPECT_EQ(ZKGeomMaths::distance_PointSeg(ZKVec3f(7, 0, 4), seg.p0, seg.p1), 5.0f);
     EXPECT_EQ(ZKGeomMaths::distance_PointSeg(ZKVec3d(7, 0, 4), ZKSegment3d(seg)), 5.0);
+    double tD = -1;
+    EXPECT_EQ(ZKGeomMaths::distance_PointSeg(ZKVec3d(3, -1, 0), ZKSegment3d(seg), tD), 1.0);
+    EXPECT_EQ(tD, 0.75);
 
     // A zero-length segment gives the distance to its point.
     const ZKSegment3f point(ZKVec3f(1, 1, 1), ZKVec3f(1, 1, 1));

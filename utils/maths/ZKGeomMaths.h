@@ -67,11 +67,13 @@ public:
     // receives the point reached, t its fraction along ab (0 at a, 1 at b).
     static float distance_PointSeg(const ZKVec3f& p, const ZKSegment3f& seg);
     static float distance_PointSeg(const ZKVec3f& p, const ZKSegment3f& seg, ZKVec3f& nearest);
+    static float distance_PointSeg(const ZKVec3f& p, const ZKSegment3f& seg, float& t);
     static float distance_PointSeg(const ZKVec3f& p, const ZKSegment3f& seg, ZKVec3f& nearest,
                                    float& t);
     static float distance_PointSeg(const ZKVec3f& p, const ZKVec3f& a, const ZKVec3f& b);
     static double distance_PointSeg(const ZKVec3d& p, const ZKSegment3d& seg);
     static double distance_PointSeg(const ZKVec3d& p, const ZKSegment3d& seg, ZKVec3d& nearest);
+    static double distance_PointSeg(const ZKVec3d& p, const ZKSegment3d& seg, double& t);
     static double distance_PointSeg(const ZKVec3d& p, const ZKSegment3d& seg, ZKVec3d& nearest,
                                     double& t);
     static double distance_PointSeg(const ZKVec3d& p, const ZKVec3d& a, const ZKVec3d& b);

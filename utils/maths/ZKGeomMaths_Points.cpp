@@ -176,6 +176,10 @@ float ZKGeomMaths::distance_PointSeg(const ZKVec3f& p, const ZKSegment3f& seg, Z
     float t;
     return pointSeg(p, seg.p0, seg.p1, nearest, t);
 }
+float ZKGeomMaths::distance_PointSeg(const ZKVec3f& p, const ZKSegment3f& seg, float& t) {
+    ZKVec3f nearest;
+    return pointSeg(p, seg.p0, seg.p1, nearest, t);
+}
 float ZKGeomMaths::distance_PointSeg(const ZKVec3f& p, const ZKSegment3f& seg, ZKVec3f& nearest,
                                      float& t) {
     return pointSeg(p, seg.p0, seg.p1, nearest, t);
@@ -190,6 +194,10 @@ double ZKGeomMaths::distance_PointSeg(const ZKVec3d& p, const ZKSegment3d& seg) 
 }
 double ZKGeomMaths::distance_PointSeg(const ZKVec3d& p, const ZKSegment3d& seg, ZKVec3d& nearest) {
     double t;
+    return pointSeg(p, seg.p0, seg.p1, nearest, t);
+}
+double ZKGeomMaths::distance_PointSeg(const ZKVec3d& p, const ZKSegment3d& seg, double& t) {
+    ZKVec3d nearest;
     return pointSeg(p, seg.p0, seg.p1, nearest, t);
 }
 double ZKGeomMaths::distance_PointSeg(const ZKVec3d& p, const ZKSegment3d& seg, ZKVec3d& nearest,
