@@ -198,11 +198,24 @@ void forEachIndex(const unsigned char* data, long long size, bool value, F f) {
         return;
     const Word flip = value ? 0 : kAllOnes;
     const long long fullBytes = size >> 3;
+    const auto visitWord = [&f](long long byteIndex, Word w) {
+        for (; w; w &= w - 1)
+            f((byteIndex << 3) + lowestBit(w));
+    };
     long long k = 0;
-    for (; k + 8 <= fullBytes; k += 8) {
-        for (Word w = loadBits(data + k) ^ flip; w; w &= w - 1)
-            f((k << 3) + lowestBit(w));
+    // Four words per test: sparse sets skip their empty stretches quickly.
+    for (; k + 32 <= fullBytes; k += 32) {
+        const Word w0 = loadBits(data + k) ^ flip, w1 = loadBits(data + k + 8) ^ flip;
+        const Word w2 = loadBits(data + k + 16) ^ flip, w3 = loadBits(data + k + 24) ^ flip;
+        if ((w0 | w1 | w2 | w3) == 0)
+            continue;
+        visitWord(k, w0);
+        visitWord(k + 8, w1);
+        visitWord(k + 16, w2);
+        visitWord(k + 24, w3);
     }
+    for (; k + 8 <= fullBytes; k += 8)
+        visitWord(k, loadBits(data + k) ^ flip);
     const long long nb = bytesFor(size);
     for (; k < nb; ++k) {
         for (unsigned w = (data[k] ^ unsigned(flip)) & 0xFFu; w; w &= w - 1) {
@@ -212,6 +225,47 @@ void forEachIndex(const unsigned char* data, long long size, bool value, F f) {
             f(i);
         }
     }
+}
+
+// The smallest index >= from holding V, or -1; 0 <= from < size. Scans the
+// used bytes only: storage reserved beyond them is never read.
+template <bool V>
+long long findFirstFrom(const unsigned char* data, long long size, long long from) {
+    // An element holding V is a set bit of (storage ^ flip).
+    constexpr Word flip = V ? 0 : kAllOnes;
+    constexpr unsigned char flipByte = V ? 0x00 : 0xFF;
+    const std::array<unsigned char, 256>& lowest =
+        V ? ZKBoolArray::s_lowestSetTable : ZKBoolArray::s_lowestClearedTable;
+    const unsigned char* p = data + (from >> 3);
+    const unsigned char* const used = data + bytesFor(size);
+    long long found = -1;
+    if (used - p >= 8) {
+        // The word holding from, its bits below from masked, then four words
+        // per test over long stretches, then single words.
+        if (const Word head = (loadBits(p) ^ flip) & (kAllOnes << (from & 7))) {
+            found = ((p - data) << 3) + lowestBit(head);
+        } else {
+            p += 8;
+            while (used - p >= 32 && ((loadRaw(p) ^ flip) | (loadRaw(p + 8) ^ flip) |
+                                      (loadRaw(p + 16) ^ flip) | (loadRaw(p + 24) ^ flip)) == 0)
+                p += 32;
+            for (; used - p >= 8; p += 8) {
+                if (const Word w = loadBits(p) ^ flip) {
+                    found = ((p - data) << 3) + lowestBit(w);
+                    break;
+                }
+            }
+        }
+    } else if (const unsigned head = (*p ^ flipByte) & (0xFFu << (from & 7))) {
+        found = ((p - data) << 3) + ZKBoolArray::s_lowestSetTable[head];
+    } else {
+        ++p;
+    }
+    for (; found < 0 && p < used; ++p)
+        if (*p != flipByte)
+            found = ((p - data) << 3) + lowest[*p];
+    // The bits beyond the size in the last byte may hold anything.
+    return found < size ? found : -1;
 }
 
 } // namespace
@@ -554,7 +608,7 @@ void ZKBoolArray::toggleAutoResize(long long i) {
     if (i < 0)
         return;
     if (i >= m_size)
-        resize(i + 1, false);
+        setRange(i, 1, false);
     toggle(i);
 }
 
@@ -725,35 +779,8 @@ long long ZKBoolArray::findFirst(bool value, long long from) const noexcept {
     from = std::max(from, 0LL);
     if (from >= m_size)
         return -1;
-    // A byte of value v holds a wanted element where (byte ^ flip) has a bit.
-    const unsigned char flip = value ? 0x00 : 0xFF;
-    const std::array<unsigned char, 256>& lowest = value ? s_lowestSetTable : s_lowestClearedTable;
-    const unsigned char* p = m_data + (from >> 3);
-    const unsigned char* const used = m_data + bytesFor(m_size);
-    long long found = -1;
-    const unsigned char head = static_cast<unsigned char>((*p ^ flip) & (0xFFu << (from & 7)));
-    if (head) {
-        found = ((p - m_data) << 3) + s_lowestSetTable[head];
-    } else {
-        ++p;
-        const Word wordFlip = value ? 0 : kAllOnes;
-        for (; used - p >= 8; p += 8) {
-            if (const Word w = loadBits(p) ^ wordFlip) {
-                found = ((p - m_data) << 3) + lowestBit(w);
-                break;
-            }
-        }
-        if (found < 0) {
-            for (; p < used; ++p) {
-                if (*p != flip) {
-                    found = ((p - m_data) << 3) + lowest[*p];
-                    break;
-                }
-            }
-        }
-    }
-    // The bits beyond the size in the last byte may hold anything.
-    return found < m_size ? found : -1;
+    return value ? findFirstFrom<true>(m_data, m_size, from)
+                 : findFirstFrom<false>(m_data, m_size, from);
 }
 
 long long ZKBoolArray::findLast(bool value, long long from) const noexcept {
@@ -780,8 +807,8 @@ long long ZKBoolArray::findLast(bool value, long long from) const noexcept {
 }
 
 void ZKBoolArray::goToNextSet(long long& i) const noexcept {
-    const long long from = i + 1;
-    i = from >= m_size ? -1 : findFirst(true, from);
+    const long long from = std::max(i + 1, 0LL);
+    i = from >= m_size ? -1 : findFirstFrom<true>(m_data, m_size, from);
 }
 
 void ZKBoolArray::goToNextSet(int& i) const noexcept {
@@ -791,8 +818,8 @@ void ZKBoolArray::goToNextSet(int& i) const noexcept {
 }
 
 void ZKBoolArray::goToNextCleared(long long& i) const noexcept {
-    const long long from = i + 1;
-    i = from >= m_size ? -1 : findFirst(false, from);
+    const long long from = std::max(i + 1, 0LL);
+    i = from >= m_size ? -1 : findFirstFrom<false>(m_data, m_size, from);
 }
 
 void ZKBoolArray::goToNextCleared(int& i) const noexcept {
