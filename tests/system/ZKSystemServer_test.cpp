@@ -37,7 +37,11 @@ protected:
     void SetUp() override {
         ASSERT_TRUE(m_dir.isValid());
         m_folder = QFileInfo(m_dir.path()).canonicalFilePath();
-        m_helper = zkCopyOfTestExecutable(m_folder, QStringLiteral("zk_child"));
+        // A name of its own: tests running in parallel search by name too.
+        m_name =
+            QStringLiteral("zk_child_") +
+            QString::fromLatin1(::testing::UnitTest::GetInstance()->current_test_info()->name());
+        m_helper = zkCopyOfTestExecutable(m_folder, m_name);
         ASSERT_FALSE(m_helper.isEmpty());
         m_record = m_folder + QStringLiteral("/record");
     }
@@ -54,6 +58,7 @@ protected:
 
     QTemporaryDir m_dir;
     QString m_folder;
+    QString m_name;
     QString m_helper;
     QString m_record;
 };
@@ -100,7 +105,7 @@ TEST_F(ZKSystemServerProcess, DetachedLaunchIsFoundByPathAndStops) {
     ZKStringW exe;
     EXPECT_EQ(ZKProcessServer::findProcessIDfromFileName(ZKStringW(m_helper), true, &exe), pid);
     EXPECT_EQ(exe, ZKStringW(m_helper));
-    EXPECT_EQ(ZKProcessServer::findProcessIDfromFileName(ZKStringW("zk_child"), false), pid);
+    EXPECT_EQ(ZKProcessServer::findProcessIDfromFileName(ZKStringW(m_name), false), pid);
 
     // Found, so the application is "brought forward"; no key is sent.
     EXPECT_TRUE(ZKSystemServer::sendKeyEventToApplication(helperBytes(), 'a', 0, false));
