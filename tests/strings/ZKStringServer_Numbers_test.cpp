@@ -11,143 +11,105 @@ ZKStringW utf8(const char* s) {
     return ZKStringW(QString::fromUtf8(s));
 }
 
+// "suffix=value", or "none" when extractNumberSuffix finds nothing (and must
+// then leave both outputs as they were).
+template <typename Str> std::string suffixOf(const Str& s) {
+    Str suffix("before");
+    int value = -1;
+    if (ZKStringServer::extractNumberSuffix(s, suffix, &value))
+        return suffix.toStdString() + "=" + std::to_string(value);
+    EXPECT_EQ(suffix, Str("before"));
+    EXPECT_EQ(value, -1);
+    return "none";
+}
+
+template <typename Str> std::string replaced(Str s, const char* suffix) {
+    EXPECT_TRUE(ZKStringServer::replaceOrAddNumberSuffix(s, Str(suffix)));
+    return s.toStdString();
+}
+
+template <typename Str> std::string incremented(Str s, int increment, int startValue) {
+    ZKStringServer::incrementSuffix(s, increment, startValue);
+    return s.toStdString();
+}
+
 } // namespace
 
 TEST(ZKStringServer, ExtractNumberSuffixTakesTheTrailingAsciiDigits) {
-    ZKStringC suffix;
-    int value = -1;
-    EXPECT_TRUE(ZKStringServer::extractNumberSuffix(ZKStringC("123"), suffix, &value));
-    EXPECT_EQ(suffix, "123");
-    EXPECT_EQ(value, 123);
-    EXPECT_TRUE(ZKStringServer::extractNumberSuffix(ZKStringC("Layer12"), suffix, &value));
-    EXPECT_EQ(suffix, "12");
-    EXPECT_EQ(value, 12);
-    EXPECT_TRUE(ZKStringServer::extractNumberSuffix(ZKStringC("x007"), suffix, nullptr));
-    EXPECT_EQ(suffix, "007");
-
-    // No suffix: false, and both outputs are left as they were.
-    suffix = "keep";
-    value = -7;
-    EXPECT_FALSE(ZKStringServer::extractNumberSuffix(ZKStringC("a1b"), suffix, &value));
-    EXPECT_FALSE(ZKStringServer::extractNumberSuffix(ZKStringC(""), suffix, &value));
-    EXPECT_EQ(suffix, "keep");
-    EXPECT_EQ(value, -7);
-
-    ZKStringW wideSuffix;
-    EXPECT_TRUE(ZKStringServer::extractNumberSuffix(utf8("\xc3\xa9t\xc3\xa9"
-                                                         "45"),
-                                                    wideSuffix, &value));
-    EXPECT_EQ(wideSuffix, QStringLiteral("45"));
-    EXPECT_EQ(value, 45);
+    EXPECT_EQ(suffixOf(ZKStringC("123")), "123=123");
+    EXPECT_EQ(suffixOf(ZKStringC("Layer12")), "12=12");
+    EXPECT_EQ(suffixOf(ZKStringC("x007")), "007=7");
+    EXPECT_EQ(suffixOf(ZKStringC("a1b")), "none");
+    EXPECT_EQ(suffixOf(ZKStringC("")), "none");
+    EXPECT_EQ(suffixOf(utf8("\xc3\xa9t\xc3\xa9"
+                            "45")),
+              "45=45");
     // Only ASCII digits count: ARABIC-INDIC DIGIT THREE is not one.
-    EXPECT_FALSE(ZKStringServer::extractNumberSuffix(utf8("n\xd9\xa3"), wideSuffix, &value));
-    EXPECT_TRUE(ZKStringServer::extractNumberSuffix(utf8("\xd9\xa3"
-                                                         "8"),
-                                                    wideSuffix, &value));
-    EXPECT_EQ(wideSuffix, QStringLiteral("8"));
+    EXPECT_EQ(suffixOf(utf8("n\xd9\xa3")), "none");
+    EXPECT_EQ(suffixOf(utf8("\xd9\xa3"
+                            "8")),
+              "8=8");
+    // The value is optional.
+    ZKStringC suffix;
+    EXPECT_TRUE(ZKStringServer::extractNumberSuffix(ZKStringC("v9"), suffix, nullptr));
+    EXPECT_EQ(suffix, "9");
 }
 
 TEST(ZKStringServer, NumberSuffixTooLongForAnIntReadsAsZero) {
-    ZKStringC suffix;
-    int value = -1;
-    EXPECT_TRUE(ZKStringServer::extractNumberSuffix(ZKStringC("n2147483647"), suffix, &value));
-    EXPECT_EQ(value, INT_MAX);
-    EXPECT_TRUE(ZKStringServer::extractNumberSuffix(ZKStringC("n2147483648"), suffix, &value));
-    EXPECT_EQ(suffix, "2147483648");
-    EXPECT_EQ(value, 0);
-    EXPECT_TRUE(
-        ZKStringServer::extractNumberSuffix(ZKStringC("n99999999999999999999999"), suffix, &value));
-    EXPECT_EQ(value, 0);
+    EXPECT_EQ(suffixOf(ZKStringC("n2147483647")), "2147483647=2147483647");
+    EXPECT_EQ(suffixOf(ZKStringC("n2147483648")), "2147483648=0");
+    EXPECT_EQ(suffixOf(ZKStringC("n99999999999999999999999")), "99999999999999999999999=0");
+    EXPECT_EQ(suffixOf(ZKStringW("w3000000000")), "3000000000=0");
     // Leading zeros do not make a value too long.
-    EXPECT_TRUE(
-        ZKStringServer::extractNumberSuffix(ZKStringC("n000000000000000000042"), suffix, &value));
-    EXPECT_EQ(value, 42);
-    ZKStringW wideSuffix;
-    EXPECT_TRUE(ZKStringServer::extractNumberSuffix(ZKStringW("w3000000000"), wideSuffix, &value));
-    EXPECT_EQ(value, 0);
+    EXPECT_EQ(suffixOf(ZKStringC("n000000000000000000042")), "000000000000000000042=42");
 }
 
 TEST(ZKStringServer, ReplaceOrAddNumberSuffixCutsOnlyForAnIntegerSuffix) {
-    ZKStringC s("Layer12");
-    EXPECT_TRUE(ZKStringServer::replaceOrAddNumberSuffix(s, "7"));
-    EXPECT_EQ(s, "Layer7");
-    s = "Layer";
-    EXPECT_TRUE(ZKStringServer::replaceOrAddNumberSuffix(s, "7"));
-    EXPECT_EQ(s, "Layer7");
-    s = "Layer12";
-    EXPECT_TRUE(ZKStringServer::replaceOrAddNumberSuffix(s, "b"));
-    EXPECT_EQ(s, "Layer12b");
-    s = "a5";
-    EXPECT_TRUE(ZKStringServer::replaceOrAddNumberSuffix(s, ""));
-    EXPECT_EQ(s, "a5");
+    EXPECT_EQ(replaced(ZKStringC("Layer12"), "7"), "Layer7");
+    EXPECT_EQ(replaced(ZKStringC("Layer"), "7"), "Layer7");
+    EXPECT_EQ(replaced(ZKStringC("Layer12"), "b"), "Layer12b");
+    EXPECT_EQ(replaced(ZKStringC("a5"), ""), "a5");
     // A negative number reads as an integer; one too long for an int does not.
-    s = "Layer12";
-    ZKStringServer::replaceOrAddNumberSuffix(s, "-3");
-    EXPECT_EQ(s, "Layer-3");
-    s = "Layer12";
-    ZKStringServer::replaceOrAddNumberSuffix(s, "99999999999");
-    EXPECT_EQ(s, "Layer1299999999999");
+    EXPECT_EQ(replaced(ZKStringC("Layer12"), "-3"), "Layer-3");
+    EXPECT_EQ(replaced(ZKStringC("Layer12"), "99999999999"), "Layer1299999999999");
+    EXPECT_EQ(replaced(utf8("\xc3\x89tage3"), "40"), "\xc3\x89tage40");
+    EXPECT_EQ(replaced(utf8("\xc3\x89tage3"), "x"), "\xc3\x89tage3x");
     // The string may be its own suffix.
-    s = "12";
+    ZKStringC s("12");
     ZKStringServer::replaceOrAddNumberSuffix(s, s);
     EXPECT_EQ(s, "12");
-
-    ZKStringW w(utf8("\xc3\x89tage3"));
-    EXPECT_TRUE(ZKStringServer::replaceOrAddNumberSuffix(w, ZKStringW("40")));
-    EXPECT_EQ(w, utf8("\xc3\x89tage40"));
-    ZKStringServer::replaceOrAddNumberSuffix(w, ZKStringW("x"));
-    EXPECT_EQ(w, utf8("\xc3\x89tage40x"));
 }
 
 TEST(ZKStringServer, IncrementSuffixReplacesOrStartsTheNumber) {
-    ZKStringC s("img009");
-    ZKStringServer::incrementSuffix(s, 1, 1);
-    EXPECT_EQ(s, "img10");
-    s = "img";
-    ZKStringServer::incrementSuffix(s, 1, 1);
-    EXPECT_EQ(s, "img1");
-    s = "v2";
-    ZKStringServer::incrementSuffix(s, 3, 0);
-    EXPECT_EQ(s, "v5");
-    s = "";
-    ZKStringServer::incrementSuffix(s, 1, 0);
-    EXPECT_EQ(s, "0");
-    s = "a5";
-    ZKStringServer::incrementSuffix(s, -10, 0);
-    EXPECT_EQ(s, "a-5");
+    EXPECT_EQ(incremented(ZKStringC("img009"), 1, 1), "img10");
+    EXPECT_EQ(incremented(ZKStringC("img"), 1, 1), "img1");
+    EXPECT_EQ(incremented(ZKStringC("v2"), 3, 0), "v5");
+    EXPECT_EQ(incremented(ZKStringC(""), 1, 0), "0");
+    EXPECT_EQ(incremented(ZKStringC("a5"), -10, 0), "a-5");
     // A suffix too long for an int counts as 0.
-    s = "n99999999999";
-    ZKStringServer::incrementSuffix(s, 1, 7);
-    EXPECT_EQ(s, "n1");
+    EXPECT_EQ(incremented(ZKStringC("n99999999999"), 1, 7), "n1");
     // The sum wraps around instead of overflowing.
-    s = "x2147483647";
-    ZKStringServer::incrementSuffix(s, 1, 0);
-    EXPECT_EQ(s, "x-2147483648");
-
-    ZKStringW w("img9");
-    ZKStringServer::incrementSuffix(w, 1, 1);
-    EXPECT_EQ(w, QStringLiteral("img10"));
+    EXPECT_EQ(incremented(ZKStringC("x2147483647"), 1, 0), "x-2147483648");
+    EXPECT_EQ(incremented(ZKStringW("img9"), 1, 1), "img10");
+    // The byte form keeps bytes above 0x7F as they are.
+    EXPECT_EQ(incremented(ZKStringC("\xe9"
+                                    "1"),
+                          1, 1),
+              "\xe9"
+              "2");
 }
 
 TEST(ZKStringServer, WideIncrementSuffixKeepsItsLatin1RoundTrip) {
     // Above U+00FF: Latin-1 turns the characters into "?".
-    ZKStringW w(utf8("\xe2\x82\xac\xe6\x97\xa5"
-                     "3"));
-    ZKStringServer::incrementSuffix(w, 1, 1);
-    EXPECT_EQ(w, QStringLiteral("??4"));
+    EXPECT_EQ(incremented(utf8("\xe2\x82\xac\xe6\x97\xa5"
+                               "3"),
+                          1, 1),
+              "??4");
     // U+00E9 becomes the byte E9, which does not decode as UTF-8.
-    w = utf8("\xc3\xa9"
-             "1");
+    ZKStringW w(utf8("\xc3\xa9"
+                     "1"));
     ZKStringServer::incrementSuffix(w, 1, 1);
-    EXPECT_NE(w, utf8("\xc3\xa9"
-                      "2"));
     EXPECT_EQ(w, QString(QChar(QChar::ReplacementCharacter)) + QStringLiteral("2"));
-    // The byte form keeps such bytes as they are.
-    ZKStringC c("\xe9"
-                "1");
-    ZKStringServer::incrementSuffix(c, 1, 1);
-    EXPECT_EQ(c, "\xe9"
-                 "2");
 }
 
 TEST(ZKStringServer, IncrementNumberInStringDoesNothing) {

@@ -8,126 +8,85 @@
 
 namespace {
 
+using Parts = std::vector<std::string>;
+
 ZKStringW utf8(const char* s) {
     return ZKStringW(QString::fromUtf8(s));
 }
 
-std::vector<std::string> toStd(const ZKArray<ZKStringC>& list) {
-    std::vector<std::string> out;
-    for (const ZKStringC& s : list)
+template <typename Str> Parts toStd(const ZKArray<Str>& list) {
+    Parts out;
+    for (const Str& s : list)
         out.push_back(s.toStdString());
     return out;
 }
 
-std::vector<std::string> toStd(const ZKArray<ZKStringW>& list) {
-    std::vector<std::string> out;
-    for (const ZKStringW& s : list)
-        out.push_back(s.toStdString());
+// Calls extractNextPart from `start` until the cursor is -1; lists each
+// extracted part as "part@pos", pos being the cursor after the call.
+template <typename Str, typename... Seps> std::string walk(const Str& s, int start, Seps... seps) {
+    std::string out;
+    int pos = start;
+    do {
+        Str part("stale");
+        ZKStringServer::extractNextPart(part, s, pos, seps...);
+        out += (out.empty() ? "" : " ") + part.toStdString() + "@" + std::to_string(pos);
+    } while (pos != -1);
     return out;
 }
 
-using Parts = std::vector<std::string>;
+// Applies an editing operation to a copy of s: "+" and the new text when it
+// reports a change, "-" and the text otherwise.
+template <typename Str, typename Edit> std::string edited(const Str& s, Edit edit) {
+    Str copy = s;
+    const bool changed = edit(copy);
+    return (changed ? "+" : "-") + copy.toStdString();
+}
+
+template <typename Str> Parts splitArgs(const Str& line) {
+    ZKArray<Str> list;
+    ZKStringServer::splitCmdLineArgs(list, line);
+    return toStd(list);
+}
 
 } // namespace
 
 TEST(ZKStringServer, ExtractNextPartMovesTheCursor) {
-    ZKStringC part("stale");
-    int pos = 0;
-    ZKStringServer::extractNextPart(part, ZKStringC("a;b"), pos, ';');
-    EXPECT_EQ(part, "a");
-    EXPECT_EQ(pos, 2);
-    ZKStringServer::extractNextPart(part, ZKStringC("a;b"), pos, ';');
-    EXPECT_EQ(part, "b");
-    EXPECT_EQ(pos, -1);
+    EXPECT_EQ(walk(ZKStringC("a;b"), 0, ';'), "a@2 b@-1");
+    EXPECT_EQ(walk(ZKStringC(";a;"), 0, ';'), "@1 a@3 @-1");
     // Exhausted, past the end or negative: an empty part and -1.
-    for (int start : {-1, 3, 4, 100}) {
-        part = "stale";
-        pos = start;
-        ZKStringServer::extractNextPart(part, ZKStringC("a;b"), pos, ';');
-        EXPECT_TRUE(part.isEmpty()) << start;
-        EXPECT_EQ(pos, -1) << start;
-    }
-    // A trailing separator leaves the cursor at the end.
-    pos = 0;
-    ZKStringServer::extractNextPart(part, ZKStringC("a;"), pos, ';');
-    EXPECT_EQ(pos, 2);
-
+    for (int start : {-1, 3, 4, 100})
+        EXPECT_EQ(walk(ZKStringC("a;b"), start, ';'), "@-1") << start;
+    EXPECT_EQ(walk(utf8("\xc3\xa9|\xc3\xa0|"), 2, QChar('|')), "\xc3\xa0@4 @-1");
+    // A separator string; an empty one is never found.
+    EXPECT_EQ(walk(ZKStringC("a<>b<><"), 0, ZKStringC("<>")), "a@3 b@6 <@-1");
+    EXPECT_EQ(walk(ZKStringC("a,b"), 1, ZKStringC()), ",b@-1");
+    EXPECT_EQ(walk(ZKStringW("k => v"), 0, ZKStringW(" => ")), "k@5 v@-1");
     // The part may be the source string itself.
     ZKStringC s("x,y");
-    pos = 0;
+    int pos = 0;
     ZKStringServer::extractNextPart(s, s, pos, ',');
     EXPECT_EQ(s, "x");
     EXPECT_EQ(pos, 2);
-
-    ZKStringW w;
-    pos = 2;
-    ZKStringServer::extractNextPart(w, utf8("\xc3\xa9|\xc3\xa0|"), pos, QChar('|'));
-    EXPECT_EQ(w, utf8("\xc3\xa0"));
-    EXPECT_EQ(pos, 4);
 }
 
-TEST(ZKStringServer, ExtractNextPartWithASeparatorString) {
-    const ZKStringC s("a<>b<>");
-    ZKStringC part;
-    int pos = 0;
-    ZKStringServer::extractNextPart(part, s, pos, ZKStringC("<>"));
-    EXPECT_EQ(part, "a");
-    EXPECT_EQ(pos, 3);
-    ZKStringServer::extractNextPart(part, s, pos, ZKStringC("<>"));
-    EXPECT_EQ(part, "b");
-    EXPECT_EQ(pos, 6);
-    ZKStringServer::extractNextPart(part, s, pos, ZKStringC("<>"));
-    EXPECT_TRUE(part.isEmpty());
-    EXPECT_EQ(pos, -1);
-    // An empty separator is never found: the rest is one part.
-    pos = 1;
-    ZKStringServer::extractNextPart(part, s, pos, ZKStringC());
-    EXPECT_EQ(part, "<>b<>");
-    EXPECT_EQ(pos, -1);
-
-    ZKStringW w;
-    pos = 0;
-    ZKStringServer::extractNextPart(w, ZKStringW("k => v"), pos, ZKStringW(" => "));
-    EXPECT_EQ(w, QStringLiteral("k"));
-    EXPECT_EQ(pos, 5);
-}
-
-TEST(ZKStringServer, ExtractNextPartTakesAMixedPairAsOneBreak) {
-    ZKStringC part;
-    int pos = 0;
-    ZKStringServer::extractNextPart(part, ZKStringC("l1\r\nl2"), pos, '\n', '\r');
-    EXPECT_EQ(part, "l1");
-    EXPECT_EQ(pos, 4);
-    pos = 0;
-    ZKStringServer::extractNextPart(part, ZKStringC("l1\n\rl2"), pos, '\n', '\r');
-    EXPECT_EQ(pos, 4);
-    // Two equal separators are two breaks.
-    pos = 0;
-    ZKStringServer::extractNextPart(part, ZKStringC("a\n\nb"), pos, '\n', '\r');
-    EXPECT_EQ(pos, 2);
-    ZKStringServer::extractNextPart(part, ZKStringC("a\n\nb"), pos, '\n', '\r');
-    EXPECT_TRUE(part.isEmpty());
-    EXPECT_EQ(pos, 3);
-    // A separator as the last character.
-    pos = 0;
-    ZKStringServer::extractNextPart(part, ZKStringC("a\r"), pos, '\n', '\r');
-    EXPECT_EQ(part, "a");
-    EXPECT_EQ(pos, 2);
+TEST(ZKStringServer, TwoSeparatorsTakeAMixedPairAsOneBreak) {
+    EXPECT_EQ(walk(ZKStringC("l1\r\nl2"), 0, '\n', '\r'), "l1@4 l2@-1");
+    EXPECT_EQ(walk(ZKStringC("l1\n\rl2"), 0, '\n', '\r'), "l1@4 l2@-1");
+    EXPECT_EQ(walk(ZKStringC("a\n\nb"), 0, '\n', '\r'), "a@2 @3 b@-1");
+    EXPECT_EQ(walk(ZKStringC("a\r"), 0, '\n', '\r'), "a@2 @-1");
+    EXPECT_EQ(walk(ZKStringW("x\r\ny"), 0, QChar('\r'), QChar('\n')), "x@3 y@-1");
+    ZKArray<ZKStringC> list;
+    ZKStringServer::splitMultiLine(list, ZKStringC("l1\r\nl2\n\nl3"));
+    EXPECT_EQ(toStd(list), (Parts{"l1", "l2", "", "l3"}));
+    ZKArray<ZKStringW> wide;
+    ZKStringServer::splitMultiLine(wide, ZKStringW("x\n\ry\r\r\n"));
+    EXPECT_EQ(toStd(wide), (Parts{"x", "y", ""}));
 
     // Kept: with sep1 == sep2 a doubled separator is a single break.
-    pos = 0;
-    ZKStringServer::extractNextPart(part, ZKStringC("a,,b"), pos, ',', ',');
-    EXPECT_EQ(part, "a");
-    EXPECT_EQ(pos, 3);
-    ZKArray<ZKStringC> list;
+    EXPECT_EQ(walk(ZKStringC("a,,b"), 0, ',', ','), "a@3 b@-1");
+    list.clear();
     ZKStringServer::splitParts(list, ZKStringC("a,,b,c"), ',', ',');
     EXPECT_EQ(toStd(list), (Parts{"a", "b", "c"}));
-
-    ZKStringW w;
-    pos = 0;
-    ZKStringServer::extractNextPart(w, ZKStringW("x\r\ny"), pos, QChar('\r'), QChar('\n'));
-    EXPECT_EQ(w, QStringLiteral("x"));
-    EXPECT_EQ(pos, 3);
 }
 
 TEST(ZKStringServer, SplitPartsKeepsInnerEmptyPartsAndDropsOneTrailing) {
@@ -141,65 +100,28 @@ TEST(ZKStringServer, SplitPartsKeepsInnerEmptyPartsAndDropsOneTrailing) {
     EXPECT_EQ(split(""), Parts{});
     EXPECT_EQ(split(","), Parts{""});
     EXPECT_EQ(split("a,,"), (Parts{"a", ""}));
-    EXPECT_EQ(split(",a"), (Parts{"", "a"}));
-    EXPECT_EQ(split("abc"), Parts{"abc"});
 
     // Parts are appended after what the list holds.
     ZKArray<ZKStringC> list{"x"};
     ZKStringServer::splitParts(list, ZKStringC("a;b"), ';', 99);
-    EXPECT_EQ(toStd(list), (Parts{"x", "a", "b"}));
     ZKStringServer::splitParts(list, ZKStringC("c::d::"), ZKStringC("::"));
-    EXPECT_EQ(toStd(list), (Parts{"x", "a", "b", "c", "d"}));
+    ZKStringServer::splitParts(list, ZKStringC("e,f"), ZKStringC("")); // never found
+    EXPECT_EQ(toStd(list), (Parts{"x", "a", "b", "c", "d", "e,f"}));
     // The source may be an element of the list.
     ZKArray<ZKStringC> self{"p,q"};
     ZKStringServer::splitParts(self, self[0], ',');
     EXPECT_EQ(toStd(self), (Parts{"p,q", "p", "q"}));
-    // An empty separator string is never found.
-    ZKArray<ZKStringC> whole;
-    ZKStringServer::splitParts(whole, ZKStringC("a,b"), ZKStringC(""));
-    EXPECT_EQ(toStd(whole), Parts{"a,b"});
-}
 
-TEST(ZKStringServer, SplitPartsWideForms) {
-    ZKArray<ZKStringW> list{ZKStringW("x")};
-    ZKStringServer::splitParts(list, utf8("\xc3\xa9,,b,"), QChar(','));
-    EXPECT_EQ(toStd(list), (Parts{"x", "\xc3\xa9", "", "b"}));
-    list.clear();
-    ZKStringServer::splitParts(list, ZKStringW("a;b\r\nc"), ';');
-    EXPECT_EQ(toStd(list), (Parts{"a", "b\r\nc"}));
-    // Two chars are two separators, not a separator and the unused count.
-    list.clear();
-    ZKStringServer::splitParts(list, ZKStringW("a;b,c"), ';', ',');
-    EXPECT_EQ(toStd(list), (Parts{"a", "b", "c"}));
-    list.clear();
-    ZKStringServer::splitParts(list, ZKStringW("a;b,c"), QChar(';'), QChar(','));
-    EXPECT_EQ(toStd(list), (Parts{"a", "b", "c"}));
-    list.clear();
-    ZKStringServer::splitParts(list, ZKStringW("1 -> 2 -> "), ZKStringW(" -> "));
-    EXPECT_EQ(toStd(list), (Parts{"1", "2"}));
-    // A char separator is its Latin-1 character.
-    list.clear();
-    ZKStringServer::splitParts(list,
-                               utf8("a\xc2\xa7"
-                                    "b"),
-                               '\xa7');
-    EXPECT_EQ(toStd(list), (Parts{"a", "b"}));
-}
-
-TEST(ZKStringServer, SplitMultiLineBreaksOnEitherLineEnd) {
-    ZKArray<ZKStringC> list;
-    ZKStringServer::splitMultiLine(list, ZKStringC("l1\r\nl2\n\nl3"));
-    EXPECT_EQ(toStd(list), (Parts{"l1", "l2", "", "l3"}));
-    list.clear();
-    ZKStringServer::splitMultiLine(list, ZKStringC("a\n\rb\r\rc\n"));
-    EXPECT_EQ(toStd(list), (Parts{"a", "b", "", "c"}));
-    list.clear();
-    ZKStringServer::splitMultiLine(list, ZKStringC("a\r\r\nb"));
-    EXPECT_EQ(toStd(list), (Parts{"a", "", "b"}));
-
-    ZKArray<ZKStringW> wide;
-    ZKStringServer::splitMultiLine(wide, ZKStringW("x\r\ny\n"));
-    EXPECT_EQ(toStd(wide), (Parts{"x", "y"}));
+    ZKArray<ZKStringW> wide{ZKStringW("x")};
+    ZKStringServer::splitParts(wide, utf8("\xc3\xa9,,b,"), QChar(','));
+    ZKStringServer::splitParts(wide, ZKStringW("1 -> 2 -> "), ZKStringW(" -> "));
+    // Two chars are two separators, not a separator and the unused count; a
+    // char stands for its Latin-1 character.
+    ZKStringServer::splitParts(wide,
+                               utf8("c;d\xc2\xa7"
+                                    "e"),
+                               ';', '\xa7');
+    EXPECT_EQ(toStd(wide), (Parts{"x", "\xc3\xa9", "", "b", "1", "2", "c", "d", "e"}));
 }
 
 namespace {
@@ -238,240 +160,160 @@ Parts modelSplitString(const std::string& s, const std::string& sep) {
 
 TEST(ZKStringServer, SplitPartsMatchesASimpleModel) {
     std::mt19937 rng(20240611);
-    const char alphabet[] = "ab,;\n\r";
-    std::uniform_int_distribution<int> length(0, 16);
-    std::uniform_int_distribution<int> letter(0, 5);
-    std::uniform_int_distribution<int> preset(0, 2);
+    std::uniform_int_distribution<int> length(0, 16), letter(0, 5), preset(0, 2);
     for (int round = 0; round < 3000; ++round) {
         std::string text;
         for (int n = length(rng); n > 0; --n)
-            text += alphabet[letter(rng)];
-        const ZKStringC s(text.c_str());
-        const ZKStringW w = ZKStringServer::fromNonUnicode(s);
-        Parts existing;
-        for (int n = preset(rng); n > 0; --n)
-            existing.push_back("old" + std::to_string(n));
-
-        const auto check = [&](const Parts& modelParts, auto splitC, auto splitW) {
+            text += "ab,;\n\r"[letter(rng)];
+        const Parts existing(preset(rng), "old");
+        // Splits text as both string kinds, after the existing entries.
+        const auto check = [&](const Parts& model, auto split) {
             ZKArray<ZKStringC> listC;
             ZKArray<ZKStringW> listW;
             for (const std::string& e : existing) {
-                listC.push_back(ZKStringC(e.c_str()));
+                listC.push_back(e.c_str());
                 listW.push_back(ZKStringW(e.c_str()));
             }
-            splitC(listC);
-            splitW(listW);
+            split(listC, ZKStringC(text.c_str()));
+            split(listW, ZKStringW(text.c_str()));
             Parts expected = existing;
-            expected.insert(expected.end(), modelParts.begin(), modelParts.end());
-            EXPECT_EQ(toStd(listC), expected) << "text: " << text;
-            EXPECT_EQ(toStd(listW), expected) << "text: " << text;
+            expected.insert(expected.end(), model.begin(), model.end());
+            EXPECT_EQ(toStd(listC), expected) << text;
+            EXPECT_EQ(toStd(listW), expected) << text;
         };
-        check(
-            modelSplit(text, ",", false),
-            [&](ZKArray<ZKStringC>& l) { ZKStringServer::splitParts(l, s, ','); },
-            [&](ZKArray<ZKStringW>& l) { ZKStringServer::splitParts(l, w, QChar(',')); });
-        check(
-            modelSplit(text, ",;", true),
-            [&](ZKArray<ZKStringC>& l) { ZKStringServer::splitParts(l, s, ',', ';'); },
-            [&](ZKArray<ZKStringW>& l) {
-                ZKStringServer::splitParts(l, w, QChar(';'), QChar(','));
-            });
-        check(
-            modelSplit(text, "\n\r", true),
-            [&](ZKArray<ZKStringC>& l) { ZKStringServer::splitMultiLine(l, s); },
-            [&](ZKArray<ZKStringW>& l) { ZKStringServer::splitMultiLine(l, w); });
-        check(
-            modelSplitString(text, ",,"),
-            [&](ZKArray<ZKStringC>& l) { ZKStringServer::splitParts(l, s, ZKStringC(",,")); },
-            [&](ZKArray<ZKStringW>& l) { ZKStringServer::splitParts(l, w, ZKStringW(",,")); });
+        check(modelSplit(text, ",", false),
+              [](auto& l, const auto& s) { ZKStringServer::splitParts(l, s, ','); });
+        check(modelSplit(text, ",;", true),
+              [](auto& l, const auto& s) { ZKStringServer::splitParts(l, s, ';', ','); });
+        check(modelSplit(text, "\n\r", true),
+              [](auto& l, const auto& s) { ZKStringServer::splitMultiLine(l, s); });
+        check(modelSplitString(text, ",,"), [](auto& l, const auto& s) {
+            ZKStringServer::splitParts(l, s, std::decay_t<decltype(s)>(",,"));
+        });
     }
 }
 
 TEST(ZKStringServer, RemoveSurroundingSpacesTrimsOnlyBlanks) {
-    ZKStringC s("  a b  ");
-    EXPECT_TRUE(ZKStringServer::removeSurroundingSpaces(s));
-    EXPECT_EQ(s, "a b");
-    EXPECT_FALSE(ZKStringServer::removeSurroundingSpaces(s));
-    EXPECT_EQ(s, "a b");
-    s = " a";
-    EXPECT_TRUE(ZKStringServer::removeSurroundingSpaces(s));
-    EXPECT_EQ(s, "a");
-    s = "   ";
-    EXPECT_TRUE(ZKStringServer::removeSurroundingSpaces(s));
-    EXPECT_TRUE(s.isEmpty());
-    s = "";
-    EXPECT_FALSE(ZKStringServer::removeSurroundingSpaces(s));
-    s = "\ta\n";
-    EXPECT_FALSE(ZKStringServer::removeSurroundingSpaces(s));
-    EXPECT_EQ(s, "\ta\n");
-
-    ZKStringW w(utf8(" \xc3\xa9\t "));
-    EXPECT_TRUE(ZKStringServer::removeSurroundingSpaces(w));
-    EXPECT_EQ(w, utf8("\xc3\xa9\t"));
+    const auto trim = [](auto& s) { return ZKStringServer::removeSurroundingSpaces(s); };
+    EXPECT_EQ(edited(ZKStringC("  a b  "), trim), "+a b");
+    EXPECT_EQ(edited(ZKStringC(" a"), trim), "+a");
+    EXPECT_EQ(edited(ZKStringC("   "), trim), "+");
+    EXPECT_EQ(edited(ZKStringC("a b"), trim), "-a b");
+    EXPECT_EQ(edited(ZKStringC(""), trim), "-");
+    EXPECT_EQ(edited(ZKStringC("\ta\n"), trim), "-\ta\n");
+    EXPECT_EQ(edited(utf8(" \xc3\xa9\t "), trim), "+\xc3\xa9\t");
 }
 
 TEST(ZKStringServer, RemoveSurroundingQuotes) {
-    ZKStringC s("\"'x'\"");
-    EXPECT_TRUE(ZKStringServer::removeSurroundingQuotes(s, true, true, true));
-    EXPECT_EQ(s, "x");
-    s = "\"'x'\"";
-    EXPECT_TRUE(ZKStringServer::removeSurroundingQuotes(s, false, true, true));
-    EXPECT_EQ(s, "'x'");
+    const auto unquote = [](bool recursive, bool single, bool dbl) {
+        return [=](auto& s) {
+            return ZKStringServer::removeSurroundingQuotes(s, recursive, single, dbl);
+        };
+    };
+    const auto all = unquote(true, true, true);
+    EXPECT_EQ(edited(ZKStringC("\"'x'\""), all), "+x");
+    EXPECT_EQ(edited(ZKStringC("\"'x'\""), unquote(false, true, true)), "+'x'");
     // Only the kinds asked for.
-    s = "'x'";
-    EXPECT_FALSE(ZKStringServer::removeSurroundingQuotes(s, true, false, true));
-    EXPECT_TRUE(ZKStringServer::removeSurroundingQuotes(s, true, true, false));
-    EXPECT_EQ(s, "x");
-    s = "\"'x'\"";
-    EXPECT_FALSE(ZKStringServer::removeSurroundingQuotes(s, true, true, false));
-    // Unmatched ends, empty strings.
-    for (const char* unchanged : {"\"x'", "'x\"", "x\"", "", "a"}) {
-        s = unchanged;
-        EXPECT_FALSE(ZKStringServer::removeSurroundingQuotes(s, true, true, true)) << unchanged;
-        EXPECT_EQ(s, unchanged);
-    }
+    EXPECT_EQ(edited(ZKStringC("'x'"), unquote(true, false, true)), "-'x'");
+    EXPECT_EQ(edited(ZKStringC("\"'x'\""), unquote(true, true, false)), "-\"'x'\"");
+    EXPECT_EQ(edited(ZKStringC("'\"x\"'"), unquote(true, true, false)), "+\"x\"");
+    for (const char* unchanged : {"\"x'", "'x\"", "x\"", "", "a"})
+        EXPECT_EQ(edited(ZKStringC(unchanged), all), std::string("-") + unchanged);
     // A lone quote counts as surrounded and becomes empty.
-    for (const char* lone : {"\"", "'"}) {
-        s = lone;
-        EXPECT_TRUE(ZKStringServer::removeSurroundingQuotes(s, false, true, true)) << lone;
-        EXPECT_TRUE(s.isEmpty()) << lone;
-    }
-    s = "\"\"\"";
-    EXPECT_TRUE(ZKStringServer::removeSurroundingQuotes(s, true, true, true));
-    EXPECT_TRUE(s.isEmpty());
-    // The inner pair stays when it does not surround the rest.
-    s = "\"'a' 'b'\"";
-    EXPECT_TRUE(ZKStringServer::removeSurroundingQuotes(s, true, true, true));
-    EXPECT_EQ(s, "a' 'b");
+    EXPECT_EQ(edited(ZKStringC("\""), unquote(false, true, true)), "+");
+    EXPECT_EQ(edited(ZKStringC("'"), unquote(false, true, true)), "+");
+    EXPECT_EQ(edited(ZKStringC("\"\"\""), all), "+");
+    // The inner quotes stay when they do not surround the rest.
+    EXPECT_EQ(edited(ZKStringC("\"'a' 'b'\""), all), "+a' 'b");
+    EXPECT_EQ(edited(utf8("'\"\xc3\xa9\"'"), all), "+\xc3\xa9");
 
     // Deep nesting is fine.
     ZKStringC deep;
     deep.appendPattern(100000, "\"");
     deep.append("x");
     deep.appendPattern(100000, "\"");
-    EXPECT_TRUE(ZKStringServer::removeSurroundingQuotes(deep, true, true, true));
-    EXPECT_EQ(deep, "x");
-
-    ZKStringW w(utf8("'\"\xc3\xa9\"'"));
-    EXPECT_TRUE(ZKStringServer::removeSurroundingQuotes(w, true, true, true));
-    EXPECT_EQ(w, utf8("\xc3\xa9"));
+    EXPECT_EQ(edited(deep, all), "+x");
 }
 
 TEST(ZKStringServer, MakeWithQuotes) {
-    ZKStringC s("'x'");
-    EXPECT_TRUE(ZKStringServer::makeWithDoubleQuotes(s, true));
-    EXPECT_EQ(s, "\"x\"");
-    EXPECT_FALSE(ZKStringServer::makeWithDoubleQuotes(s, true));
-    EXPECT_EQ(s, "\"x\"");
-    s = "'x'";
-    EXPECT_TRUE(ZKStringServer::makeWithDoubleQuotes(s, false));
-    EXPECT_EQ(s, "\"'x'\"");
-    s = "";
-    EXPECT_TRUE(ZKStringServer::makeWithDoubleQuotes(s, true));
-    EXPECT_EQ(s, "\"\"");
-    // One quote character: an apostrophe is removed as a pair, a double
-    // quote already counts as quoted.
-    s = "'";
-    EXPECT_TRUE(ZKStringServer::makeWithDoubleQuotes(s, true));
-    EXPECT_EQ(s, "\"\"");
-    s = "\"";
-    EXPECT_FALSE(ZKStringServer::makeWithDoubleQuotes(s, true));
-    EXPECT_EQ(s, "\"");
+    const auto dq = [](bool replace) {
+        return [=](auto& s) { return ZKStringServer::makeWithDoubleQuotes(s, replace); };
+    };
+    const auto sq = [](bool replace) {
+        return [=](auto& s) { return ZKStringServer::makeWithSingleQuotes(s, replace); };
+    };
+    EXPECT_EQ(edited(ZKStringC("'x'"), dq(true)), "+\"x\"");
+    EXPECT_EQ(edited(ZKStringC("\"x\""), dq(true)), "-\"x\"");
+    EXPECT_EQ(edited(ZKStringC("'x'"), dq(false)), "+\"'x'\"");
+    EXPECT_EQ(edited(ZKStringC(""), dq(true)), "+\"\"");
+    // One quote character: a lone apostrophe is removed as a pair, a lone
+    // double quote already counts as quoted.
+    EXPECT_EQ(edited(ZKStringC("'"), dq(true)), "+\"\"");
+    EXPECT_EQ(edited(ZKStringC("\""), dq(true)), "-\"");
     // Kept: false although the apostrophes have been removed.
-    s = "'\"x\"'";
-    EXPECT_FALSE(ZKStringServer::makeWithDoubleQuotes(s, true));
-    EXPECT_EQ(s, "\"x\"");
+    EXPECT_EQ(edited(ZKStringC("'\"x\"'"), dq(true)), "-\"x\"");
 
-    s = "\"x\"";
-    EXPECT_TRUE(ZKStringServer::makeWithSingleQuotes(s, true));
-    EXPECT_EQ(s, "'x'");
-    EXPECT_FALSE(ZKStringServer::makeWithSingleQuotes(s, true));
-    s = "\"x\"";
-    EXPECT_TRUE(ZKStringServer::makeWithSingleQuotes(s, false));
-    EXPECT_EQ(s, "'\"x\"'");
-
-    ZKStringW w(utf8("'\xc3\xa9'"));
-    EXPECT_TRUE(ZKStringServer::makeWithDoubleQuotes(w, true));
-    EXPECT_EQ(w, utf8("\"\xc3\xa9\""));
-    EXPECT_TRUE(ZKStringServer::makeWithSingleQuotes(w, true));
-    EXPECT_EQ(w, utf8("'\xc3\xa9'"));
+    EXPECT_EQ(edited(ZKStringC("\"x\""), sq(true)), "+'x'");
+    EXPECT_EQ(edited(ZKStringC("'x'"), sq(true)), "-'x'");
+    EXPECT_EQ(edited(ZKStringC("\"x\""), sq(false)), "+'\"x\"'");
+    EXPECT_EQ(edited(ZKStringC("\"'x'\""), sq(true)), "-'x'");
+    EXPECT_EQ(edited(utf8("'\xc3\xa9'"), dq(true)), "+\"\xc3\xa9\"");
+    EXPECT_EQ(edited(utf8("\"\xc3\xa9\""), sq(true)), "+'\xc3\xa9'");
 }
 
 TEST(ZKStringServer, SplitCmdLineArgsKeepsQuotedBlanks) {
-    const auto split = [](const char* line) {
-        ZKArray<ZKStringC> list;
-        ZKStringServer::splitCmdLineArgs(list, ZKStringC(line));
-        return toStd(list);
-    };
-    EXPECT_EQ(split("  a  b "), (Parts{"a", "b"}));
-    EXPECT_EQ(split("a \"b c\" d"), (Parts{"a", "\"b c\"", "d"}));
-    EXPECT_EQ(split("a\"b c\"d e"), (Parts{"a\"b c\"d", "e"}));
-    EXPECT_EQ(split("\"open arg"), Parts{"\"open arg"});
-    EXPECT_EQ(split("x\ty"), Parts{"x\ty"});
-    EXPECT_EQ(split("\"\" a"), (Parts{"\"\"", "a"}));
-    EXPECT_EQ(split(""), Parts{});
-    EXPECT_EQ(split("    "), Parts{});
-
+    EXPECT_EQ(splitArgs(ZKStringC("  a  b ")), (Parts{"a", "b"}));
+    EXPECT_EQ(splitArgs(ZKStringC("a \"b c\" d")), (Parts{"a", "\"b c\"", "d"}));
+    EXPECT_EQ(splitArgs(ZKStringC("a\"b c\"d e")), (Parts{"a\"b c\"d", "e"}));
+    EXPECT_EQ(splitArgs(ZKStringC("\"open arg")), Parts{"\"open arg"});
+    EXPECT_EQ(splitArgs(ZKStringC("x\ty \"\"")), (Parts{"x\ty", "\"\""}));
+    EXPECT_EQ(splitArgs(ZKStringC("    ")), Parts{});
+    EXPECT_EQ(splitArgs(utf8("open \"\xc3\xa9t\xc3\xa9 1\"")),
+              (Parts{"open", "\"\xc3\xa9t\xc3\xa9 1\""}));
     ZKArray<ZKStringC> list{"prog"};
     ZKStringServer::splitCmdLineArgs(list, ZKStringC("-v file"));
     EXPECT_EQ(toStd(list), (Parts{"prog", "-v", "file"}));
-    ZKArray<ZKStringW> wide;
-    ZKStringServer::splitCmdLineArgs(wide, utf8("open \"\xc3\xa9t\xc3\xa9 1\""));
-    EXPECT_EQ(toStd(wide), (Parts{"open", "\"\xc3\xa9t\xc3\xa9 1\""}));
 }
 
 TEST(ZKStringServer, SplitCmdLineArgsKeepsItsReservationHeuristic) {
     // Kept: length / 4 strings below 40 characters, 10 from 40 on; the
     // capacity after one short argument shows what was reserved.
-    const auto capacityAfter = [](int length) {
-        ZKArray<ZKStringC> list;
-        ZKStringC line("a");
-        line.appendPattern(length - 1, " ");
+    const auto capacityAfter = [](auto line, int length) {
+        line.appendPattern(length - 1, decltype(line)(" "));
+        ZKArray<decltype(line)> list;
         ZKStringServer::splitCmdLineArgs(list, line);
         EXPECT_EQ(list.size(), 1);
         return list.capacity();
     };
-    EXPECT_EQ(capacityAfter(8), 2);
-    EXPECT_EQ(capacityAfter(39), 9);
-    EXPECT_EQ(capacityAfter(40), 10);
-    EXPECT_EQ(capacityAfter(500), 10);
-    ZKArray<ZKStringW> wide;
-    ZKStringServer::splitCmdLineArgs(wide, ZKStringW("a b c d e f g h i j k l m n o p q r s"));
-    EXPECT_EQ(wide.size(), 19);
-    EXPECT_EQ(wide.capacity(), 36); // 37 characters: 9 reserved, then doubled twice
+    EXPECT_EQ(capacityAfter(ZKStringC("a"), 8), 2);
+    EXPECT_EQ(capacityAfter(ZKStringC("a"), 39), 9);
+    EXPECT_EQ(capacityAfter(ZKStringC("a"), 40), 10);
+    EXPECT_EQ(capacityAfter(ZKStringC("a"), 500), 10);
+    EXPECT_EQ(capacityAfter(ZKStringW("a"), 36), 9);
+    EXPECT_EQ(capacityAfter(ZKStringW("a"), 41), 10);
 }
 
 TEST(ZKStringServer, ExtractCmdLineArgsReplacesTheList) {
     char prog[] = "prog";
-    char flag[] = "-x";
     char accented[] = "\xc3\xa9";
-    char* argv[] = {prog, flag, accented, nullptr};
+    char* argv[] = {prog, accented, nullptr};
     ZKArray<ZKStringC> list{"old"};
-    ZKStringServer::extractCmdLineArgs(list, 3, argv);
-    EXPECT_EQ(toStd(list), (Parts{"prog", "-x", "\xc3\xa9"}));
     // A null argument is an empty string; the count is argc.
-    ZKStringServer::extractCmdLineArgs(list, 4, argv);
-    EXPECT_EQ(toStd(list), (Parts{"prog", "-x", "\xc3\xa9", ""}));
-    ZKStringServer::extractCmdLineArgs(list, 0, argv);
-    EXPECT_TRUE(list.empty());
-    list.push_back("old");
-    ZKStringServer::extractCmdLineArgs(list, -3, argv);
-    EXPECT_TRUE(list.empty());
-    list.push_back("old");
-    ZKStringServer::extractCmdLineArgs(list, 5, static_cast<char**>(nullptr));
-    EXPECT_TRUE(list.empty());
-
+    ZKStringServer::extractCmdLineArgs(list, 3, argv);
+    EXPECT_EQ(toStd(list), (Parts{"prog", "\xc3\xa9", ""}));
+    for (auto [argc, args] : {std::pair{0, argv}, {-3, argv}, {5, nullptr}}) {
+        list.push_back("old");
+        ZKStringServer::extractCmdLineArgs(list, argc, args);
+        EXPECT_TRUE(list.empty()) << argc;
+    }
     ZKArray<ZKStringW> wide{ZKStringW("old")};
-    ZKStringServer::extractCmdLineArgs(wide, 3, argv);
-    ASSERT_EQ(wide.size(), 3);
-    EXPECT_EQ(wide[2], QString(QChar(0xE9)));
-    wchar_t wprog[] = L"prog";
+    ZKStringServer::extractCmdLineArgs(wide, 2, argv);
+    EXPECT_EQ(toStd(wide), (Parts{"prog", "\xc3\xa9"}));
+    EXPECT_EQ(wide[1].size(), 1);
     wchar_t wname[] = L"\u00e9\u65e5";
-    wchar_t* wargv[] = {wprog, wname};
-    ZKStringServer::extractCmdLineArgs(wide, 2, wargv);
-    ASSERT_EQ(wide.size(), 2);
-    EXPECT_EQ(wide[0], QStringLiteral("prog"));
-    EXPECT_EQ(wide[1], utf8("\xc3\xa9\xe6\x97\xa5"));
+    wchar_t* wargv[] = {wname};
+    ZKStringServer::extractCmdLineArgs(wide, 1, wargv);
+    EXPECT_EQ(toStd(wide), Parts{"\xc3\xa9\xe6\x97\xa5"});
 }
 
 TEST(ZKStringServer, ConversionsBetweenTheStringKinds) {
