@@ -223,6 +223,8 @@ public:
     // (prev.x >= p.x) differs from (cur.x > p.x) and the edge's y at p.x,
     // (p.x − prev.x)·(cur.y − prev.y)/(cur.x − prev.x) + prev.y, is >= p.y
     // (a vertical edge through p.x never counts); the result is the parity.
+    // Kept as callers know it: a point straight below a vertex (same x) is
+    // reported outside, the vertex counting for both of its edges or neither.
     static bool pointIsIn_Polygon_2d(const ZKVec3f& p, const ZKVec3f* first, const ZKVec3f* last);
     static bool pointIsIn_Polygon_2d(const ZKVec2f& p, const ZKVec2f* first, const ZKVec2f* last);
     // The same over the vertices vertices[i] for the indices i in

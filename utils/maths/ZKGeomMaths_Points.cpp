@@ -82,6 +82,8 @@ bool evenOddInside(const P& p, long long n, const Vertex& vertex) {
     auto prev = vertex(n - 1);
     for (long long i = 0; i < n; ++i) {
         const auto cur = vertex(i);
+        // Kept: >= on prev and > on cur, so a vertex at p.x above p counts
+        // for both of its edges or for neither.
         if ((prev.x >= p.x) != (cur.x > p.x)) {
             // A vertical edge at p.x would give 0/0, a NaN that never
             // compares >= p.y: such an edge never counts.
