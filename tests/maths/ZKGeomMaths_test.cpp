@@ -215,14 +215,15 @@ TEST(ZKGeomMaths, PolygonEvenOddTest) {
     EXPECT_TRUE(ZKGeomMaths::pointIsIn_Polygon_2d(ZKVec3f(0.5f, 0.5f, 9), square, square + 4));
     EXPECT_FALSE(ZKGeomMaths::pointIsIn_Polygon_2d(ZKVec3f(1.5f, 0.5f, 0), square, square + 4));
     EXPECT_FALSE(ZKGeomMaths::pointIsIn_Polygon_2d(ZKVec3f(0.5f, -0.5f, 0), square, square + 4));
-    // Kept: the edge test compares prev.x with >= and cur.x with >, so a
-    // point straight below a vertex is counted twice (or not at all) and
-    // falls outside, in either orientation.
+    // Kept: the edge test compares prev.x with >= and cur.x with >, so for a
+    // point straight below a vertex that vertex counts twice or not at all:
+    // inside comes out outside and outside inside.
     const ZKVec2f peak[] = {ZKVec2f(0, 0), ZKVec2f(2, 0), ZKVec2f(1, 2)};
     const ZKVec2f peakReversed[] = {ZKVec2f(1, 2), ZKVec2f(2, 0), ZKVec2f(0, 0)};
     EXPECT_FALSE(ZKGeomMaths::pointIsIn_Polygon_2d(ZKVec2f(1, 1), peak, peak + 3));
     EXPECT_FALSE(ZKGeomMaths::pointIsIn_Polygon_2d(ZKVec2f(1, 1), peakReversed, peakReversed + 3));
     EXPECT_TRUE(ZKGeomMaths::pointIsIn_Polygon_2d(ZKVec2f(1.25f, 1), peak, peak + 3));
+    EXPECT_TRUE(ZKGeomMaths::pointIsIn_Polygon_2d(ZKVec2f(1, -1), peak, peak + 3));
     // One vertex (or none) is never a polygon.
     EXPECT_FALSE(ZKGeomMaths::pointIsIn_Polygon_2d(square[0], square, square + 1));
     EXPECT_FALSE(ZKGeomMaths::pointIsIn_Polygon_2d(square[0], square, square));

@@ -223,8 +223,9 @@ public:
     // (prev.x >= p.x) differs from (cur.x > p.x) and the edge's y at p.x,
     // (p.x − prev.x)·(cur.y − prev.y)/(cur.x − prev.x) + prev.y, is >= p.y
     // (a vertical edge through p.x never counts); the result is the parity.
-    // Kept as callers know it: a point straight below a vertex (same x) is
-    // reported outside, the vertex counting for both of its edges or neither.
+    // Kept as callers know it: for a point straight below a vertex (same x)
+    // that vertex counts for both of its edges or for neither, which can
+    // invert the answer (inside reported outside and outside inside).
     static bool pointIsIn_Polygon_2d(const ZKVec3f& p, const ZKVec3f* first, const ZKVec3f* last);
     static bool pointIsIn_Polygon_2d(const ZKVec2f& p, const ZKVec2f* first, const ZKVec2f* last);
     // The same over the vertices vertices[i] for the indices i in
