@@ -129,3 +129,31 @@ TEST(ZKKeyboardServer, KeyStateUnderRealXServer) {
     EXPECT_EQ(child.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(child.exitCode(), 0) << output.constData();
 }
+
+TEST(ZKKeyboardServer, LostXServerIsNotFatal) {
+    const QString xvfb = QStandardPaths::findExecutable(QStringLiteral("Xvfb"));
+    if (xvfb.isEmpty())
+        GTEST_SKIP() << "Xvfb is needed (scripts/deps.sh installs it)";
+    QProcess server;
+    // -displayfd: the server picks a free display and writes its number.
+    server.start(xvfb, {QStringLiteral("-displayfd"), QStringLiteral("1"),
+                        QStringLiteral("-nolisten"), QStringLiteral("tcp")});
+    ASSERT_TRUE(server.waitForStarted(10000));
+    QByteArray number;
+    ASSERT_TRUE(zkWaitFor(
+        [&] {
+            server.waitForReadyRead(100);
+            number += server.readAllStandardOutput();
+            return number.contains('\n');
+        },
+        20000))
+        << "no X server could start";
+    ZKEnvGuard env("DISPLAY", ':' + number.trimmed());
+    EXPECT_EQ(ZKKeyboardServer::getCurrentKeyModifiers(true).getFlags(), 0u);
+
+    server.kill();
+    server.waitForFinished(10000);
+    // The connection is gone: no key is down and the program goes on.
+    EXPECT_EQ(ZKKeyboardServer::getCurrentKeyModifiers(true).getFlags(), 0u);
+    EXPECT_EQ(ZKKeyboardServer::getCurrentKeyModifiers(true).getFlags(), 0u);
+}

@@ -7,6 +7,7 @@
 #include <X11/Xlib.h>
 #include <X11/keysym.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <mutex>
@@ -64,8 +65,13 @@ private:
             return false;
         m_displayName = name;
         m_broken = false;
-        // A lost server must not end the program: mark the link broken and
-        // let the next call reconnect.
+        // A lost server must not end the program: Xlib's default I/O error
+        // handler exits, so for this connection only the handler returns and
+        // the exit step just marks the link broken; the next call reconnects.
+        // Other connections keep the handler that was there before.
+        s_ownDisplay.store(m_display);
+        static const XIOErrorHandler previous = XSetIOErrorHandler(&KeyboardConnection::onIOError);
+        s_previousHandler = previous;
         XSetIOErrorExitHandler(m_display, &KeyboardConnection::onConnectionLost, this);
         for (int i = 0; i < kWatchedKeyCount; ++i)
             m_keyCodes[i] = XKeysymToKeycode(m_display, kWatchedKeys[i].keySym);
@@ -75,14 +81,24 @@ private:
     void close() {
         if (m_display)
             XCloseDisplay(m_display);
+        s_ownDisplay.store(nullptr);
         m_display = nullptr;
         m_displayName.clear();
         m_broken = false;
     }
 
+    static int onIOError(Display* display) {
+        if (display == s_ownDisplay.load())
+            return 0;
+        return s_previousHandler ? s_previousHandler(display) : 0;
+    }
+
     static void onConnectionLost(Display*, void* self) {
         static_cast<KeyboardConnection*>(self)->m_broken = true;
     }
+
+    static inline std::atomic<Display*> s_ownDisplay{nullptr};
+    static inline XIOErrorHandler s_previousHandler = nullptr;
 
     std::mutex m_mutex;
     Display* m_display = nullptr;
