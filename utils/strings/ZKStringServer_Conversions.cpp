@@ -16,6 +16,7 @@ ZKStringW ZKStringServer::fromNonUnicode(const char* s) {
     return fromNonUnicode(ZKStringC(s));
 }
 
+// Kept asymmetric on purpose: UTF-8 from bytes, Latin-1 back to bytes.
 ZKStringW ZKStringServer::fromNonUnicode(const ZKStringC& s) {
     ZKStringW w;
     w.convertFrom(s);
