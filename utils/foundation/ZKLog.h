@@ -50,8 +50,9 @@ public:
     static bool isChannelEnabled(int channel);
     static ZKBoolArray& getEnabledChannelArray() { return m_enabledChannels; }
 
-    // Both deepen the block indentation by one level (two blanks each):
-    // endBloc does not undo startBloc (see the .cpp).
+    // Both deepen the block indentation by one level (two blanks each).
+    // Kept: endBloc does not undo startBloc; it only resets a negative depth
+    // to 0 before adding its level.
     static void startBloc();
     static void endBloc();
 
