@@ -51,8 +51,8 @@ public:
     static ZKBoolArray& getEnabledChannelArray() { return m_enabledChannels; }
 
     // Both deepen the block indentation by one level (two blanks each).
-    // Kept: endBloc does not undo startBloc; it only resets a negative depth
-    // to 0 before adding its level.
+    // Kept: endBloc does not undo startBloc; it adds a level too, except
+    // that a negative depth becomes 0.
     static void startBloc();
     static void endBloc();
 
