@@ -8,6 +8,7 @@ packages=(
     qtbase5-dev libpng-dev zlib1g-dev libx11-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     libeigen3-dev libboost-dev
+    xvfb xauth xdotool
 )
 if [ -n "${ZKUTILS_EXTRA_PACKAGES:-}" ]; then
     read -r -a extra <<<"$ZKUTILS_EXTRA_PACKAGES"
