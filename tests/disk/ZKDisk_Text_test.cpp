@@ -9,7 +9,9 @@
 
 #include <cstdint>
 #include <cstring>
+#include <random>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -51,6 +53,30 @@ QByteArray units32(std::initializer_list<std::uint32_t> units) {
     for (const std::uint32_t u : units)
         bytes.append(reinterpret_cast<const char*>(&u), sizeof u);
     return bytes;
+}
+
+// The line rule read one byte at a time: LF, CRLF and a lone CR each end one
+// line; the last line needs no line end.
+std::vector<QByteArray> modelLines(const QByteArray& bytes) {
+    std::vector<QByteArray> lines;
+    int i = 0;
+    for (;;) {
+        QByteArray line;
+        bool lineEnd = false;
+        while (i < bytes.size()) {
+            const char c = bytes[i++];
+            if (c == '\n' || c == '\r') {
+                lineEnd = true;
+                if (c == '\r' && i < bytes.size() && bytes[i] == '\n')
+                    ++i;
+                break;
+            }
+            line.append(c);
+        }
+        if (line.isEmpty() && !lineEnd)
+            return lines;
+        lines.push_back(line);
+    }
 }
 
 } // namespace
@@ -385,4 +411,40 @@ TEST(ZKDiskText, WriteTextLineAndCStringsRoundTrip) {
     ByteStream unterminated(QByteArray("tail"));
     EXPECT_TRUE(ZKDisk::readCString(unterminated.get(), text, nullptr));
     EXPECT_EQ(text, "tail");
+}
+
+TEST(ZKDiskText, ByteStreamLinesMatchTheByteAtATimeRuleAroundChunkEdges) {
+    // Lines of every length around the reader's internal chunk size, with
+    // every kind of line end and zero bytes, against the simple rule.
+    std::mt19937 random(20240611);
+    std::uniform_int_distribution<int> length(0, 600);
+    std::uniform_int_distribution<int> pick(0, 39);
+    for (int round = 0; round < 24; ++round) {
+        QByteArray bytes;
+        for (int line = 0; line < 30; ++line) {
+            // Every third line is plain text whose end falls on the chunk edge.
+            const bool plain = line % 3 == 0;
+            const int n = plain ? 250 + line % 10 : length(random);
+            for (int i = 0; i < n; ++i) {
+                const int p = plain ? 3 + i % 26 : pick(random);
+                bytes.append(p == 0 ? '\0' : p == 1 ? '\r' : p == 2 ? '\n' : char('a' + p % 26));
+            }
+            const int end = pick(random) % 4;
+            bytes.append(end == 0 ? "\n" : end == 1 ? "\r\n" : end == 2 ? "\r" : "\n\r");
+        }
+        if (round % 2 == 1)
+            bytes.append("no end");
+        const auto expected = modelLines(bytes);
+        ByteStream stream(bytes);
+        ASSERT_NE(stream.get(), nullptr);
+        ZKStringC line;
+        size_t count = 0;
+        while (ZKDisk::readTextLine(stream.get(), line)) {
+            ASSERT_LT(count, expected.size()) << "round " << round;
+            ASSERT_EQ(QByteArray(line), expected[count]) << "round " << round << ", line " << count;
+            ++count;
+        }
+        EXPECT_EQ(count, expected.size()) << "round " << round;
+        EXPECT_TRUE(line.isEmpty());
+    }
 }

@@ -23,8 +23,8 @@ constexpr int kMaxStringBytes = INT_MAX - 64;
 // C string buffers start with room for 20 bytes.
 constexpr long long kCStringBufferStart = 20;
 
-// Holds the stream's lock for a whole line, so that the byte loop runs on the
-// unlocked character reads instead of one locked library call per byte.
+// Holds the stream's lock for a whole line or string, so that the loops run
+// on the unlocked character reads instead of one locked call per byte.
 class StreamLock {
 public:
     explicit StreamLock(FILE* stream) : m_stream(stream) { flockfile(stream); }
@@ -36,12 +36,93 @@ private:
     FILE* m_stream;
 };
 
-// Gives back the byte just read by seeking one byte back; a stream that cannot
-// seek (a pipe) gets the byte pushed back instead, so that it is not lost.
-void giveBackByte(FILE* stream, int byte) {
-    if (std::fseek(stream, -1, SEEK_CUR) != 0)
-        std::ungetc(byte, stream);
+// Gives back the `count` bytes just read by seeking back over them; a stream
+// that cannot seek (a pipe) gets them pushed back instead, last byte first,
+// so that they are not lost.
+void giveBackBytes(FILE* stream, const char* bytes, int count) {
+    if (std::fseek(stream, -long(count), SEEK_CUR) == 0)
+        return;
+    for (int i = count - 1; i >= 0; --i)
+        std::ungetc(static_cast<unsigned char>(bytes[i]), stream);
 }
+
+// After a CR that ended a chunk: reads the next byte and gives it back unless
+// it is the LF of a CRLF.
+void giveBackUnlessLineFeed(FILE* stream) {
+    const int next = std::fgetc(stream);
+    if (next != EOF && next != '\n') {
+        const char byte = char(next);
+        giveBackBytes(stream, &byte, 1);
+    }
+}
+
+// Up to kSize - 1 bytes of a line, read with one fgets: the C library scans
+// the stream's buffer for the LF instead of being called once a byte. One
+// more scan of the chunk finds a CR. The result is the byte-at-a-time rule:
+// a lone CR, CRLF and LF each end one line, and the bytes read past a lone CR
+// go back to the stream, which then stands right after the CR.
+class LineChunk {
+public:
+    static constexpr int kSize = 256;
+    enum class End { LineEnd, Full, EndOfFile };
+
+    // Reads the next piece of the line; count() is then the number of its
+    // bytes that belong to the line (line ends excluded). Bytes read past a
+    // lone CR go back to the stream.
+    End read(FILE* stream) {
+        // A non-zero fill makes the zero that ends what fgets wrote the last
+        // zero of the chunk, so zero bytes inside a line are told apart.
+        std::memset(m_bytes, 0xff, sizeof m_bytes);
+        m_count = 0;
+        if (!std::fgets(m_bytes, kSize, stream))
+            return End::EndOfFile;
+        int from = 0;
+        for (;;) {
+            // One scan finds the first CR or zero byte.
+            const int k = from + int(std::strcspn(m_bytes + from, "\r"));
+            if (m_bytes[k] == '\r') {
+                m_count = k;
+                giveBackAfterCr(stream, k);
+                return End::LineEnd;
+            }
+            if (k > 0 && m_bytes[k - 1] == '\n') {
+                m_count = k - 1;
+                return End::LineEnd;
+            }
+            if (k == terminator()) {
+                m_count = k;
+                return k == kSize - 1 ? End::Full : End::EndOfFile;
+            }
+            from = k + 1; // a zero byte inside the line
+        }
+    }
+    const char* bytes() const { return m_bytes; }
+    int count() const { return m_count; }
+
+private:
+    int terminator() const {
+        int t = kSize - 1;
+        while (m_bytes[t] != 0)
+            --t;
+        return t;
+    }
+
+    // The byte after a CR is given back unless it is the LF of a CRLF; so
+    // are the bytes fgets read after it, up to its LF or its end.
+    void giveBackAfterCr(FILE* stream, int cr) {
+        if (m_bytes[cr + 1] == '\n')
+            return;
+        const void* lf = std::memchr(m_bytes + cr + 1, '\n', size_t(kSize - cr - 1));
+        const int end = lf ? int(static_cast<const char*>(lf) - m_bytes) + 1 : terminator();
+        if (end > cr + 1)
+            giveBackBytes(stream, m_bytes + cr + 1, end - cr - 1);
+        else
+            giveBackUnlessLineFeed(stream);
+    }
+
+    char m_bytes[kSize];
+    int m_count = 0;
+};
 
 // Reads one 32-bit unit in the machine's byte order; false at end of file
 // or on a read error (a partial unit at the end counts as the end).
@@ -57,10 +138,12 @@ bool readUnit32(FILE* stream, std::uint32_t& unit) {
     return true;
 }
 
-bool writeBytesAndClose(FILE* stream, const char* data, int size) {
-    const size_t written = size > 0 ? std::fwrite(data, 1, size_t(size), stream) : 0;
+// True when every byte reached the file, the flush at closing included.
+bool writeBytesAndClose(FILE* stream, const ZKStringC& bytes) {
+    const size_t size = size_t(bytes.size());
+    const size_t written = size > 0 ? std::fwrite(bytes.constData(), 1, size, stream) : 0;
     const bool closed = std::fclose(stream) == 0;
-    return written == size_t(size > 0 ? size : 0) && closed;
+    return written == size && closed;
 }
 
 // fprintf(stream, format) with no argument, written so that the format
@@ -128,7 +211,7 @@ bool ZKDisk::writeTextFileContent(const ZKStringC& path, const ZKStringC& conten
     FILE* stream = std::fopen(path.constData(), "w");
     if (!stream)
         return false;
-    return writeBytesAndClose(stream, content.constData(), content.size());
+    return writeBytesAndClose(stream, content);
 }
 
 bool ZKDisk::writeTextFileContent(const ZKStringW& path, const ZKStringW& content) {
@@ -139,7 +222,7 @@ bool ZKDisk::writeTextFileContent(const ZKStringW& path, const ZKStringC& conten
     FILE* stream = fopenUtf8(path, "w");
     if (!stream)
         return false;
-    return writeBytesAndClose(stream, content.constData(), content.size());
+    return writeBytesAndClose(stream, content);
 }
 
 bool ZKDisk::addTextToFile(const ZKStringC& path, const char* format, ...) {
@@ -171,45 +254,31 @@ bool ZKDisk::readTextLine(FILE* stream, ZKStringC& line) {
         return false;
     // The line is built in `line`'s own storage: every outcome below replaces
     // its content, and reusing the caller's buffer saves an allocation a line.
+    // Reserving keeps that storage when a line is shorter than the last one.
     if (line.capacity() < kLineBufferStart)
         line.reserve(kLineBufferStart);
-    line.resize(line.capacity());
-    char* buffer = line.data();
-    int capacity = line.size();
     int length = 0;
     bool lineEnd = false;
-    {
-        StreamLock lock(stream);
-        for (;;) {
-            const int c = getc_unlocked(stream);
-            if (c == EOF)
-                break;
-            if (c == '\n') {
-                lineEnd = true;
-                break;
-            }
-            if (c == '\r') {
-                lineEnd = true;
-                const int next = getc_unlocked(stream);
-                if (next != EOF && next != '\n')
-                    giveBackByte(stream, next);
-                break;
-            }
-            if (length == capacity) {
-                capacity = capacity <= kMaxStringBytes / 2 ? capacity * 2 : kMaxStringBytes;
-                if (length == capacity)
-                    break; // a line longer than any string goes on as the next line
-                line.resize(capacity);
-                buffer = line.data();
-            }
-            buffer[length++] = char(c);
+    LineChunk chunk;
+    // A line longer than any string ends there; the rest is read as the next
+    // line.
+    while (length <= kMaxStringBytes - LineChunk::kSize) {
+        const LineChunk::End end = chunk.read(stream);
+        const int n = chunk.count();
+        if (n > 0) {
+            line.resize(length + n);
+            std::memcpy(line.data() + length, chunk.bytes(), size_t(n));
+            length += n;
         }
+        if (end == LineChunk::End::LineEnd)
+            lineEnd = true;
+        if (end != LineChunk::End::Full)
+            break;
     }
     if (length == 0) {
         line.clear();
         return lineEnd;
     }
-    line.resize(length);
     return true;
 }
 
