@@ -156,54 +156,35 @@ TEST(ZKDiskPaths, ConcatAddsASlashOnlyWithoutATrailingSeparator) {
 }
 
 TEST(ZKDiskPaths, FileNameComponentsSplitAtLastSeparatorAndLastDot) {
-    ZKStringC folder("old"), name("old"), extension("old");
-    ZKDisk::getFileNameComponents(folder, name, extension, ZKStringC("a/b.c/d"));
-    EXPECT_EQ(folder, "a/b.c/");
-    EXPECT_EQ(name, "d");
-    EXPECT_EQ(extension, "");
-    ZKDisk::getFileNameComponents(folder, name, extension, ZKStringC("x.tar.gz"));
-    EXPECT_EQ(folder, "");
-    EXPECT_EQ(name, "x.tar");
-    EXPECT_EQ(extension, "gz");
-    ZKDisk::getFileNameComponents(folder, name, extension, ZKStringC(".profile"));
-    EXPECT_EQ(folder, "");
-    EXPECT_EQ(name, "");
-    EXPECT_EQ(extension, "profile");
-    ZKDisk::getFileNameComponents(folder, name, extension, ZKStringC("c:\\d/e\\f.txt"));
-    EXPECT_EQ(folder, "c:\\d/e\\");
-    EXPECT_EQ(name, "f");
-    EXPECT_EQ(extension, "txt");
-    ZKDisk::getFileNameComponents(folder, name, extension, ZKStringC("noext"));
-    EXPECT_EQ(folder, "");
-    EXPECT_EQ(name, "noext");
-    EXPECT_EQ(extension, "");
-    ZKDisk::getFileNameComponents(folder, name, extension, ZKStringC("///"));
-    EXPECT_EQ(folder, "///");
-    EXPECT_EQ(name, "");
-    EXPECT_EQ(extension, "");
-    ZKDisk::getFileNameComponents(folder, name, extension, ZKStringC(""));
-    EXPECT_TRUE(folder.isEmpty() && name.isEmpty() && extension.isEmpty());
+    // folder|name|extension
+    const auto parts = [](const ZKStringC& path) {
+        ZKStringC folder("old"), name("old"), extension("old");
+        ZKDisk::getFileNameComponents(folder, name, extension, path);
+        return folder + "|" + name + "|" + extension;
+    };
+    EXPECT_EQ(parts("a/b.c/d"), "a/b.c/|d|");
+    EXPECT_EQ(parts("x.tar.gz"), "|x.tar|gz");
+    EXPECT_EQ(parts(".profile"), "||profile");
+    EXPECT_EQ(parts("c:\\d/e\\f.txt"), "c:\\d/e\\|f|txt");
+    EXPECT_EQ(parts("noext"), "|noext|");
+    EXPECT_EQ(parts("///"), "///||");
+    EXPECT_EQ(parts(""), "||");
+    // Non-ASCII bytes pass through untouched.
+    EXPECT_EQ(parts("\xc3\xa9/n\xc3\xa9.x"), "\xc3\xa9/|n\xc3\xa9|x");
     // An output may be the path itself.
-    ZKStringC path("p/q.r");
+    ZKStringC name, extension, path("p/q.r");
     ZKDisk::getFileNameComponents(name, extension, path, path);
-    EXPECT_EQ(name, "p/");
-    EXPECT_EQ(extension, "q");
-    EXPECT_EQ(path, "r");
+    EXPECT_EQ(name + "|" + extension + "|" + path, "p/|q|r");
 
     ZKStringW wFolder, wName, wExtension;
     ZKDisk::getFileNameComponents(wFolder, wName, wExtension,
                                   wide("\xc3\xa9t\xc3\xa9\\d\xc3\xa9.\xe2\x82\xac"));
-    EXPECT_EQ(wFolder, wide("\xc3\xa9t\xc3\xa9\\"));
-    EXPECT_EQ(wName, wide("d\xc3\xa9"));
-    EXPECT_EQ(wExtension, wide("\xe2\x82\xac"));
-    // Non-ASCII bytes pass through the byte form untouched.
-    EXPECT_EQ(ZKDisk::getFileNameName(ZKStringC("\xc3\xa9/n\xc3\xa9.x")), "n\xc3\xa9");
-
+    EXPECT_EQ(wFolder + "|" + wName + "|" + wExtension,
+              wide("\xc3\xa9t\xc3\xa9\\|d\xc3\xa9|\xe2\x82\xac"));
     EXPECT_EQ(ZKDisk::getParentFolder(ZKStringC("a/b/c.txt")), "a/b/");
-    EXPECT_EQ(ZKDisk::getParentFolder(ZKStringC("c.txt")), "");
-    EXPECT_EQ(ZKDisk::getParentFolder(ZKStringW("a\\c.txt")), "a\\");
+    EXPECT_EQ(ZKDisk::getParentFolder(ZKStringW("c.txt")), "");
     EXPECT_EQ(ZKDisk::getFileNameName(ZKStringC("a/b/c.txt")), "c");
-    EXPECT_EQ(ZKDisk::getFileNameName(ZKStringW("a/b/c")), "c");
+    EXPECT_EQ(ZKDisk::getFileNameName(ZKStringW("a\\b")), "b");
 }
 
 TEST(ZKDiskPaths, ExtensionIsEmptyWhenTheDotBelongsToAFolder) {
@@ -218,38 +199,34 @@ TEST(ZKDiskPaths, ExtensionIsEmptyWhenTheDotBelongsToAFolder) {
 }
 
 TEST(ZKDiskPaths, PathComponentsAndParentFolderKeepOrDropTheSeparator) {
-    ZKStringC folder, name;
-    ZKDisk::getPathComponents(folder, name, ZKStringC("a/b\\c.txt"), true);
-    EXPECT_EQ(folder, "a/b\\");
-    EXPECT_EQ(name, "c.txt");
-    ZKDisk::getPathComponents(folder, name, ZKStringC("a/b\\c.txt"), false);
-    EXPECT_EQ(folder, "a/b");
-    ZKDisk::getPathComponents(folder, name, ZKStringC("bare.txt"), true);
-    EXPECT_EQ(folder, "");
-    EXPECT_EQ(name, "bare.txt");
-    ZKStringW wFolder, wName;
-    ZKDisk::getPathComponents(wFolder, wName, ZKStringW("/"), false);
-    EXPECT_EQ(wFolder, "");
-    EXPECT_EQ(wName, "");
+    // folder|name
+    const auto parts = [](const ZKStringC& path, bool keepSeparator) {
+        ZKStringC folder("old"), name("old");
+        ZKDisk::getPathComponents(folder, name, path, keepSeparator);
+        return folder + "|" + name;
+    };
+    EXPECT_EQ(parts("a/b\\c.txt", true), "a/b\\|c.txt");
+    EXPECT_EQ(parts("a/b\\c.txt", false), "a/b|c.txt");
+    EXPECT_EQ(parts("bare.txt", true), "|bare.txt");
+    EXPECT_EQ(parts("/", false), "|");
 
-    ZKStringC out("old");
-    EXPECT_TRUE(ZKDisk::getParentFolderFromFilename(out, ZKStringC("a/b/c.txt"), true));
-    EXPECT_EQ(out, "a/b/");
-    EXPECT_TRUE(ZKDisk::getParentFolderFromFilename(out, ZKStringC("a/b/c.txt"), false));
-    EXPECT_EQ(out, "a/b");
-    EXPECT_FALSE(ZKDisk::getParentFolderFromFilename(out, ZKStringC("bare"), false));
-    EXPECT_EQ(out, "bare");
-    ZKStringC inOut("x\\y");
-    EXPECT_TRUE(ZKDisk::getParentFolderFromFilename(inOut, false));
-    EXPECT_EQ(inOut, "x");
-    EXPECT_FALSE(ZKDisk::getParentFolderFromFilename(inOut, true));
-    EXPECT_EQ(inOut, "x");
-    ZKStringW wOut;
-    EXPECT_TRUE(ZKDisk::getParentFolderFromFilename(wOut, ZKStringW("/"), false));
-    EXPECT_EQ(wOut, "");
-    ZKStringW wInOut("//");
-    EXPECT_TRUE(ZKDisk::getParentFolderFromFilename(wInOut, true));
-    EXPECT_EQ(wInOut, "//");
+    // result|parent
+    const auto parent = [](const ZKStringW& path, bool keepSeparator) {
+        ZKStringW out("old");
+        const bool found = ZKDisk::getParentFolderFromFilename(out, path, keepSeparator);
+        ZKStringW inPlace = path;
+        EXPECT_EQ(ZKDisk::getParentFolderFromFilename(inPlace, keepSeparator), found);
+        EXPECT_EQ(inPlace, out);
+        return ZKStringW(found ? "true|" : "false|") + out;
+    };
+    EXPECT_EQ(parent("a/b/c.txt", true), "true|a/b/");
+    EXPECT_EQ(parent("a/b\\c.txt", false), "true|a/b");
+    EXPECT_EQ(parent("bare", false), "false|bare");
+    EXPECT_EQ(parent("/", false), "true|");
+    EXPECT_EQ(parent("//", true), "true|//");
+    ZKStringC out;
+    EXPECT_TRUE(ZKDisk::getParentFolderFromFilename(out, ZKStringC("x\\y"), false));
+    EXPECT_EQ(out, "x");
 
     ZKStringC path("a/b\\c");
     EXPECT_TRUE(ZKDisk::removeFolderFromFilename(path));
