@@ -301,6 +301,10 @@ TEST(ZKColorServer, PartialUpdateRecomputesOnlyTheNamedEntries) {
         ZKArray<int>{0, 1}, doubles, ZKArray<double>{std::numeric_limits<double>::infinity(), 2.5},
         1, 0.0, 10.0);
     EXPECT_EQ(doubles, (ZKArray<ZKColor4ub>{kWhite, grey(191)}));
+    doubles[0] = marker; // equal bounds: white, as realValuesToColors gives
+    ZKColorServer::partialUpdateColorsFromValues(ZKArray<int>{0}, doubles, ZKArray<double>{1, 2}, 2,
+                                                 3.0, 3.0);
+    EXPECT_EQ(doubles, (ZKArray<ZKColor4ub>{kWhite, grey(191)}));
 
     // Kept: the int scale adds 0.2 to both differences, so the minimum is
     // not the start of the scale: (0 + 0.2) / (9 + 0.2) x 255 = 5.5.

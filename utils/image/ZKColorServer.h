@@ -130,10 +130,10 @@ public:
                                        const ZKStaticArray<ZKColor4ub>* palette = nullptr);
 
     // Recomputes only the entries named in indices, each as realValuesToColors
-    // does for one value (with the given bounds). Nothing is done when colors
-    // and values differ in count; an index outside the arrays is skipped. The
-    // int form maps (v - min + 0.2) / (max - min + 0.2) and has no
-    // non-finite case.
+    // does for one value (with the given bounds, equal ones giving opaque
+    // white). Nothing is done when colors and values differ in count; an
+    // index outside the arrays is skipped. The int form maps
+    // (v - min + 0.2) / (max - min + 0.2) and has no non-finite case.
     static void partialUpdateColorsFromValues(const ZKStaticArray<int>& indices,
                                               ZKArray<ZKColor4ub>& colors,
                                               const ZKArray<float>& values, int scale, float min,

@@ -16,11 +16,7 @@ void valuesToColors(ZKArray<ZKColor4ub>& colors, const ZKArray<T>& values, int s
         bool negativeNonFinite = false, positiveNonFinite = false;
         ZKArrayServer::computeMinMaxValues(min, max, negativeNonFinite, positiveNonFinite, values);
     }
-    if (max == min) {
-        colors.clear();
-        colors.resize(values.size(), kOpaqueWhite);
-        return;
-    }
+    // Equal bounds make every colour opaque white.
     colorAll(colors, values, scale, LinearRule<T>{min, max}, palette);
 }
 

@@ -48,9 +48,13 @@ inline bool isFiniteValue(int) {
     return true;
 }
 
-// (v - min) / (max - min) in the value type.
+// Each rule maps a value to t; allWhite() says that every value gives opaque
+// white whatever it is.
+
+// (v - min) / (max - min) in the value type; equal bounds give white.
 template <typename T> struct LinearRule {
     T min, max;
+    bool allWhite() const { return max == min; }
     float operator()(T v) const { return float((v - min) / (max - min)); }
 };
 
@@ -58,6 +62,7 @@ template <typename T> struct LinearRule {
 // exactly to the start of the scale.
 struct IntLinearRule {
     int min, max;
+    bool allWhite() const { return false; }
     float operator()(int v) const {
         return float((double(v) - min + 0.2) / (double(max) - min + 0.2));
     }
@@ -67,6 +72,7 @@ struct IntLinearRule {
 template <typename T> struct LogRule {
     T max, decades;
     LogRule(T max_, T decades_) : max(max_), decades(decades_ < 0 ? T(5) : decades_) {}
+    bool allWhite() const { return false; }
     float operator()(T v) const {
         if (v <= 0)
             return 0.0f;
@@ -77,13 +83,14 @@ template <typename T> struct LogRule {
 struct IntLogRule {
     LogRule<double> rule;
     IntLogRule(int max, double decades) : rule(max, decades) {}
+    bool allWhite() const { return false; }
     float operator()(int v) const { return rule(double(v)); }
 };
 
 template <typename T, typename Rule>
 void colorOne(ZKColor4ub& out, T v, int scale, const Rule& rule,
               const ZKStaticArray<ZKColor4ub>* palette) {
-    if (!isFiniteValue(v)) {
+    if (rule.allWhite() || !isFiniteValue(v)) {
         out = kOpaqueWhite;
         return;
     }
