@@ -802,7 +802,8 @@ long long ZKBoolArray::findLast(bool value, long long from) const noexcept {
     // The leading guard byte (1) has a set and a clear bit: it ends this loop.
     while (*p == flip)
         --p;
-    const long long found = ((p - m_data) << 3) + highest[*p];
+    // At the guard p - m_data is -1: the position is negative, not found.
+    const long long found = (p - m_data) * 8 + highest[*p];
     return found >= 0 ? found : -1;
 }
 
