@@ -1,6 +1,10 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the project needs, only those that are missing.
 # Non-interactive; safe to run again.
+# Usage: scripts/deps.sh [fuzz]
+#   fuzz  also the fuzzing toolchain: clang and its sanitizer runtimes, which
+#         hold libFuzzer (only a recommendation of clang, so named here)
+# ZKUTILS_EXTRA_PACKAGES may name more packages, separated by blanks.
 set -euo pipefail
 
 packages=(
@@ -10,6 +14,9 @@ packages=(
     libeigen3-dev libboost-dev
     xvfb xauth xdotool
 )
+if [ "${1:-}" = fuzz ]; then
+    packages+=(clang libclang-rt-14-dev)
+fi
 if [ -n "${ZKUTILS_EXTRA_PACKAGES:-}" ]; then
     read -r -a extra <<<"$ZKUTILS_EXTRA_PACKAGES"
     packages+=("${extra[@]}")

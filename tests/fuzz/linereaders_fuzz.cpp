@@ -1,0 +1,84 @@
+// Fuzzes the ZKDisk line readers: the input is read to its end as a byte
+// stream, a stream of 32-bit units, a C-string stream, and in memory as bytes
+// and as UTF-16 units. Every reader must end, and every line it delivers must
+// be free of line ends.
+#include "ZKFuzzSupport.h"
+
+#include "ZKDisk.h"
+
+#include <QString>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+
+namespace {
+
+struct Stream {
+    explicit Stream(const ZKFuzz::ScratchFile& file) : f(std::fopen(file.path().c_str(), "rb")) {
+        ZKFuzz::check(f != nullptr, "the scratch file opens");
+    }
+    ~Stream() { std::fclose(f); }
+    FILE* f;
+};
+
+template <typename S> bool hasLineEnd(const S& line) {
+    return line.contains('\n') || line.contains('\r');
+}
+
+// Reads `content` line by line from its start to its end.
+template <typename Str> void readInMemory(const Str& content, long long bound) {
+    Str line;
+    int position = 0;
+    long long calls = 0;
+    for (;;) {
+        const int before = position;
+        if (!ZKDisk::readTextLine(content, position, line))
+            break;
+        ZKFuzz::check(position > before && position <= content.size(),
+                      "the in-memory reader moves forward within the content");
+        ZKFuzz::check(!hasLineEnd(line), "in-memory lines hold no line end");
+        ZKFuzz::check(++calls <= bound, "the in-memory reader ends");
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    static const ZKFuzz::ScratchFile scratch("linereaders");
+    scratch.write(data, size);
+    const long long bound = (long long)size + 1; // every line but the last consumes a byte
+
+    {
+        Stream s(scratch);
+        ZKStringC line;
+        long long calls = 0;
+        while (ZKDisk::readTextLine(s.f, line)) {
+            ZKFuzz::check(!hasLineEnd(line), "byte stream lines hold no line end");
+            ZKFuzz::check(++calls <= bound, "the byte stream reader ends");
+        }
+    }
+    {
+        Stream s(scratch);
+        ZKStringW line;
+        long long calls = 0;
+        while (ZKDisk::readTextLine(s.f, line))
+            ZKFuzz::check(++calls <= bound / 4 + 1, "the wide stream reader ends");
+    }
+    {
+        Stream s(scratch);
+        ZKStringC text;
+        ZKArray<char> buffer;
+        long long calls = 0;
+        while (std::ftell(s.f) < (long)size) {
+            ZKFuzz::check(ZKDisk::readCString(s.f, text, (calls & 1) ? &buffer : nullptr),
+                          "C strings read from an open stream");
+            ZKFuzz::check(!text.contains('\0'), "C strings hold no zero byte");
+            ZKFuzz::check(++calls <= bound, "the C string reader ends");
+        }
+    }
+    readInMemory(ZKStringC(QByteArray(reinterpret_cast<const char*>(data), int(size))), bound);
+    readInMemory(
+        ZKStringW(QString(reinterpret_cast<const QChar*>(data), int(size / sizeof(QChar)))), bound);
+    return 0;
+}
