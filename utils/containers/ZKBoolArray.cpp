@@ -297,9 +297,7 @@ ZKBoolArray::ZKBoolArray(int n, ZKStaticArray<int> indices, bool value) : ZKBool
         return;
     }
     assign(n, false);
-    for (int i : indices)
-        if (i >= 0 && i < n)
-            writeBit(i, value);
+    writeListed(indices.size(), indices.data(), n, value);
 }
 
 ZKBoolArray::ZKBoolArray(const ZKBoolArray& other) : ZKBoolArray() {
@@ -379,10 +377,9 @@ void ZKBoolArray::assign(long long count, const int* indices, int maxIndex) {
     if (maxIndex == -1)
         for (long long k = 0; k < count; ++k)
             maxIndex = std::max(maxIndex, indices[k]);
-    assign(maxIndex >= 0 ? maxIndex + 1LL : 0LL, false);
-    for (long long k = 0; k < count; ++k)
-        if (indices[k] >= 0 && indices[k] <= maxIndex)
-            writeBit(indices[k], true);
+    const long long n = maxIndex >= 0 ? maxIndex + 1LL : 0LL;
+    assign(n, false);
+    writeListed(count, indices, n, true);
 }
 
 void ZKBoolArray::copy(const ZKBoolArray& other, bool fill) {
@@ -582,26 +579,24 @@ void ZKBoolArray::set(long long count, const int* indices, bool trust) {
         if (largest >= 0 && largest + 1LL > m_size)
             resize(largest + 1LL, false);
     }
-    const long long cap = capacity();
-    for (long long k = 0; k < count; ++k)
-        if (indices[k] >= 0 && indices[k] < cap)
-            writeBit(indices[k], true);
+    writeListed(count, indices, capacity(), true);
 }
 
 void ZKBoolArray::set_safe(long long count, const int* indices) {
-    if (!indices)
-        return;
-    for (long long k = 0; k < count; ++k)
-        if (indices[k] >= 0 && indices[k] < m_size)
-            writeBit(indices[k], true);
+    writeListed(count, indices, m_size, true);
 }
 
 void ZKBoolArray::clear(long long count, const int* indices) {
+    writeListed(count, indices, m_size, false);
+}
+
+void ZKBoolArray::writeListed(long long count, const int* indices, long long limit,
+                              bool value) noexcept {
     if (!indices)
         return;
     for (long long k = 0; k < count; ++k)
-        if (indices[k] >= 0 && indices[k] < m_size)
-            writeBit(indices[k], false);
+        if (indices[k] >= 0 && indices[k] < limit)
+            writeBit(indices[k], value);
 }
 
 void ZKBoolArray::toggleAutoResize(long long i) {

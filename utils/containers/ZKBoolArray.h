@@ -242,6 +242,7 @@ private:
     void reallocate(long long nbBytes, long long bytesToKeep);
     void setEmptyState() noexcept;
     void writeBit(long long i, bool value) noexcept;
+    void writeListed(long long count, const int* indices, long long limit, bool value) noexcept;
     void fillRange(long long first, long long end, bool value) noexcept;
     void setRange(long long first, long long count, bool value);
     void writeModifiedBytes(const ZKArray<int>& indices, unsigned char byte) noexcept;
