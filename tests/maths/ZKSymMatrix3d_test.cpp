@@ -69,3 +69,30 @@ TEST(ZKSymMatrix3d, EigenpairsMatchEigen) {
 #endif
     }
 }
+
+// kept: an element below eps/100 met in the fourth sweep is divided by the
+// difference of its diagonal pair even when that difference is exactly 0.
+// This nearly diagonal matrix with a22 = a00 reaches it with (0, 2): the
+// pairs come out NaN, while three sweeps, or a22 apart from a00, stay finite.
+TEST(ZKSymMatrix3d, SmallElementOverAnExactDiagonalTieGivesNaN) {
+    const double eps = std::ldexp(1.0, -123);
+    const ZKSymMatrix3d tie(2, -1, 2, std::ldexp(1.5, -30), 0, -std::ldexp(1.0, -39));
+    ZKEigenpair3d pairs[3];
+    tie.computeEigenPairs_Jacobi(pairs, true, 50, eps);
+    for (const ZKEigenpair3d& p : pairs) {
+        EXPECT_TRUE(std::isnan(p.value));
+        EXPECT_TRUE(std::isnan(p.vec.x));
+    }
+
+    tie.computeEigenPairs_Jacobi(pairs, false, 3, eps);
+    EXPECT_NEAR(pairs[0].value, 2.0, 1e-15);
+    EXPECT_NEAR(pairs[1].value, -1.0, 1e-15);
+    EXPECT_NEAR(pairs[2].value, 2.0, 1e-15);
+
+    const ZKSymMatrix3d apart(2, -1, 2.5, std::ldexp(1.5, -30), 0, -std::ldexp(1.0, -39));
+    apart.computeEigenPairs_Jacobi(pairs, false, 50, eps);
+    EXPECT_NEAR(pairs[0].value, 2.0, 1e-15);
+    EXPECT_NEAR(pairs[1].value, -1.0, 1e-15);
+    EXPECT_NEAR(pairs[2].value, 2.5, 1e-15);
+    EXPECT_NEAR(pairs[0].vec.x, 1.0, 1e-15);
+}

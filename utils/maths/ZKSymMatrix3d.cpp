@@ -56,9 +56,8 @@ void ZKSymMatrix3d::computeEigenPairs_Jacobi(ZKEigenpair3d* pairs, bool sort, in
                 continue;
             double h = d[q] - d[p];
             double t;
-            // An exactly equal diagonal pair takes the general formula
-            // (θ = 0, a 45° rotation) instead of dividing by zero.
-            if (eps > 100.0 * g && h != 0.0) {
+            // kept: divides by h even when it is exactly 0 (the pairs come out NaN)
+            if (eps > 100.0 * g) {
                 t = a[p][q] / h;
             } else {
                 const double theta = 0.5 * h / a[p][q];

@@ -30,6 +30,8 @@ public:
     // stopping once the sum of the off-diagonal magnitudes falls below eps.
     // Pair i receives column i of the accumulated rotations and its
     // eigenvalue; with sort, the pairs come in ascending order of
-    // |eigenvalue|. maxSweeps < 1 gives the diagonal and the axes.
+    // |eigenvalue|. maxSweeps < 1 gives the diagonal and the axes. A rotation
+    // that meets an element below eps/100 divides it by the difference of its
+    // two diagonal values, so an exactly equal pair there gives NaN pairs.
     void computeEigenPairs_Jacobi(ZKEigenpair3d* pairs, bool sort, int maxSweeps, double eps) const;
 };
