@@ -178,6 +178,21 @@ TEST(ZKQuaternionRoutines, MatrixConversions) {
     EXPECT_NEAR(q[1], 2.0 / std::sqrt(5.0), 1e-15);
     EXPECT_EQ(q[2], 0.0);
     EXPECT_NEAR(q[3], 1.0 / std::sqrt(5.0), 1e-15);
+    // kept: the m0 case puts s (0.8) in x, the m5 case f (0.625) in y. Half
+    // turns about (0.8, 0.6, 0) and (0.6, 0.8, 0) give (0, 0.8, 1.2, 0) and
+    // (0, 1.2, 0.625, 0) before the final normalisation.
+    const double halfM0[16] = {0.28, 0.96, 0, 0, 0.96, -0.28, 0, 0, 0, 0, -1, 0, 0, 0, 0, 1};
+    ZKQuaternionRoutines::RotMatrixToQuaternion(q, halfM0);
+    EXPECT_EQ(q[0], 0.0);
+    EXPECT_NEAR(q[1], 0.8 / std::sqrt(0.64 + 1.44), 1e-15);
+    EXPECT_NEAR(q[2], 1.2 / std::sqrt(0.64 + 1.44), 1e-15);
+    EXPECT_EQ(q[3], 0.0);
+    const float halfM5[16] = {-0.28f, 0.96f, 0, 0, 0.96f, 0.28f, 0, 0, 0, 0, -1, 0, 0, 0, 0, 1};
+    ZKQuaternionRoutines::RotMatrixToQuaternion(qf, halfM5);
+    EXPECT_EQ(qf[0], 0.0f);
+    EXPECT_NEAR(qf[1], 1.2 / std::sqrt(1.44 + 0.390625), 1e-6);
+    EXPECT_NEAR(qf[2], 0.625 / std::sqrt(1.44 + 0.390625), 1e-6);
+    EXPECT_EQ(qf[3], 0.0f);
 
     // Away from the half turns, matrix → quaternion → matrix is exact up to
     // rounding; the sub-3×3 form keeps the other seven elements.

@@ -88,6 +88,23 @@ TEST(ZKVec, NormalizationThresholdsDifferPerType) {
     EXPECT_EQ(small2d.normalizeWith(3.0), 1e-25);
     EXPECT_DOUBLE_EQ(small2d.y, -3.0);
 
+    // The 2D types normalise only when L > 1e-26, the others unless L lies
+    // inside their band: a NaN length leaves a 2D vector as it was and turns
+    // the others into NaN.
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    ZKVec2d nan2d(nan, 2.0);
+    nan2d.normalize();
+    EXPECT_EQ(nan2d.y, 2.0);
+    ZKVec2f nan2f(float(nan), 2.0f);
+    EXPECT_TRUE(std::isnan(nan2f.normalize()));
+    EXPECT_EQ(nan2f.y, 2.0f);
+    ZKVec3d nan3d(nan, 2.0, 0.0);
+    EXPECT_TRUE(std::isnan(nan3d.normalize()));
+    EXPECT_TRUE(std::isnan(nan3d.y));
+    ZKVec4f nan4f(float(nan), 2.0f, 0.0f, 0.0f);
+    nan4f.normalize();
+    EXPECT_TRUE(std::isnan(nan4f.y));
+
     // The float lengths are formed in float: a vector whose squared length
     // underflows has length 0 and stays as it is.
     ZKVec3f tiny3f(1e-29f, 0, 0);
