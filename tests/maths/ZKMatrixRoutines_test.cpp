@@ -89,16 +89,24 @@ TEST(ZKMatrixRoutines, AffineInversesWriteTheirLayoutWhateverTheOutcome) {
     EXPECT_EQ(out[12], 0.0);
     EXPECT_EQ(out[4], 1.0);
 
-    // A singular 3×3 part: false, and the layout written with a zero 3×3
-    // part and no translation, so callers must test the result.
+    // kept: a singular 3×3 part gives false, and the layout is written with
+    // that 3×3 part as it was (it is inverted in place) and no translation,
+    // so callers must test the result.
     float singular[16] = {1, 2, 3, 5, 2, 4, 6, 5, 0, 0, 1, 5, 7, 8, 9, 5};
     float outf[16];
     std::fill(outf, outf + 16, 42.0f);
     EXPECT_FALSE(ZKMatrixRoutines::calcInverseOfAffineMatrix(outf, singular));
-    const float zeroed[16] = {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1};
-    EXPECT_TRUE(std::equal(outf, outf + 16, zeroed));
+    const float untranslated[16] = {1, 2, 3, 0, 2, 4, 6, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+    EXPECT_TRUE(std::equal(outf, outf + 16, untranslated));
     EXPECT_FALSE(ZKMatrixRoutines::calcInverseOfSubMatrix3x3(singular, singular));
-    EXPECT_TRUE(std::equal(singular, singular + 16, zeroed));
+    EXPECT_TRUE(std::equal(singular, singular + 16, untranslated));
+    double singularD[16] = {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 4, 5, 6, 1};
+    singularD[0] = 3.0;
+    double outD[16];
+    EXPECT_FALSE(ZKMatrixRoutines::calcInverseOfSubMatrix3x3(outD, singularD));
+    EXPECT_EQ(outD[0], 3.0);
+    EXPECT_EQ(outD[12], 0.0);
+    EXPECT_EQ(outD[15], 1.0);
 }
 
 TEST(ZKMatrixRoutines, ProductsAndAffineHelpers) {

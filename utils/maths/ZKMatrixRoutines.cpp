@@ -211,11 +211,11 @@ template <int N, typename Out, typename In> bool invertGauss(Out* out, const In*
 }
 
 template <typename T> bool invertSub3x3(T* out, const T* m, bool withTranslation) {
-    double sub[9];
-    copy4To3(sub, m);
+    double inv[9];
+    copy4To3(inv, m);
     const double t[3] = {double(m[12]), double(m[13]), double(m[14])};
-    double inv[9] = {0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0};
-    const bool ok = invertGauss<3>(inv, sub);
+    // kept: inverted in place, so a singular 3×3 part is written back as it was
+    const bool ok = invertGauss<3>(inv, inv);
     copy3To4(out, inv);
     if (ok && withTranslation) {
         for (int r = 0; r < 3; ++r)

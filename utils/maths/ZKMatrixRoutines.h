@@ -99,10 +99,11 @@ public:
     // The same scheme on 3×3 arrays.
     static bool calcMatrix3x3Inverse(float* out, const float* m);
     static bool calcMatrix3x3Inverse(double* out, const double* m);
-    // Inverts the 3×3 part of m into a 4×4 out with indices 3, 7, 11, 12-14
-    // set to 0 and 15 to 1. Written whatever the outcome: when the 3×3 part
-    // is singular its place in out holds zeros and false is returned, so
-    // callers must test the result. out may be m.
+    // Inverts the 3×3 part of m (in double, in place) and writes it back into
+    // a 4×4 out with indices 3, 7, 11, 12-14 set to 0 and 15 to 1. Written
+    // whatever the outcome: when the 3×3 part is singular out receives that
+    // part as it was and false is returned, so callers must test the result.
+    // out may be m.
     static bool calcInverseOfSubMatrix3x3(float* out, const float* m);
     static bool calcInverseOfSubMatrix3x3(double* out, const double* m);
     // As calcInverseOfSubMatrix3x3; on success only, the translation
