@@ -73,6 +73,11 @@ TEST(ZKBBox3f, OnlyTheFirstAxisDecidesEmptiness) {
     EXPECT_EQ(box.max, ZKVec3f(1, 2, 1));
     EXPECT_FALSE(box.containsPoint(ZKVec3f(0.5f, 2.5f, 0.5f)));
 
+    // Unlike ZKBBox1f, the box tests max.x < min.x: a NaN bound is not empty.
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    EXPECT_FALSE(ZKBBox3f(ZKVec3f(nan, 0, 0), ZKVec3f(1, 1, 1)).isEmpty());
+    EXPECT_FALSE(ZKBBox2f(ZKVec2f(0, 0), ZKVec2f(nan, 1)).isEmpty());
+
     // Inverted x only: empty, the first point replaces everything.
     ZKBBox3f xInverted(ZKVec3f(1, 0, 0), ZKVec3f(0, 1, 1));
     EXPECT_TRUE(xInverted.isEmpty());
