@@ -225,24 +225,54 @@ TEST(ZKImage, ConvertPackingEverySupportedPair) {
     }
 }
 
-TEST(ZKImage, ConvertPackingOnLargeImagesMatchesThePixelModel) {
-    // 37 x 3 pixels: whole blocks of pixels and a tail.
-    const int w = 37, h = 3, n = w * h;
-    const Bytes rgba = randomBytes(std::size_t(n) * 4, 11);
-    const ZKImage source = imageOf(w, h, ZK_PACKING_RGBA, rgba);
-    ZKImage bgra, rgb, back;
-    source.convertPacking(bgra, ZK_PACKING_BGRA);
-    source.convertPacking(rgb, ZK_PACKING_RGB);
-    rgb.convertPacking(back, ZK_PACKING_BGRA);
-    for (int i = 0; i < n; ++i) {
-        const unsigned char* s = &rgba[std::size_t(i) * 4];
-        const unsigned char* d = bgra.getPixels() + i * 4;
-        ASSERT_EQ(Bytes(d, d + 4), (Bytes{s[2], s[1], s[0], s[3]})) << i;
-        const unsigned char* t = rgb.getPixels() + i * 3;
-        ASSERT_EQ(Bytes(t, t + 3), (Bytes{s[0], s[1], s[2]})) << i;
-        const unsigned char* b = back.getPixels() + i * 4;
-        ASSERT_EQ(Bytes(b, b + 4), (Bytes{s[2], s[1], s[0], 255})) << i;
+namespace {
+
+// The channel model of the colour packings: a pixel read as red, green, blue,
+// alpha (alpha 255 where the packing has none; grey in all three colours).
+ZKColor4ub readPixel(const unsigned char* p, _ZKImagePacking packing) {
+    switch (packing) {
+    case ZK_PACKING_RGBA:
+        return ZKColor4ub(p[0], p[1], p[2], p[3]);
+    case ZK_PACKING_RGB:
+        return ZKColor4ub(p[0], p[1], p[2], 255);
+    case ZK_PACKING_BGRA:
+        return ZKColor4ub(p[2], p[1], p[0], p[3]);
+    case ZK_PACKING_BGR:
+        return ZKColor4ub(p[2], p[1], p[0], 255);
+    default:
+        return ZKColor4ub(p[0], p[0], p[0], 255);
     }
+}
+
+} // namespace
+
+TEST(ZKImage, ConvertPackingOnLargeImagesMatchesThePixelModel) {
+    // 37 x 3 pixels: whole vector steps and a tail, for every supported pair.
+    const int w = 37, h = 3, n = w * h;
+    const _ZKImagePacking froms[] = {ZK_PACKING_RGBA, ZK_PACKING_RGB, ZK_PACKING_BGRA,
+                                     ZK_PACKING_BGR, ZK_PACKING_GREY};
+    const _ZKImagePacking tos[] = {ZK_PACKING_RGBA, ZK_PACKING_RGB, ZK_PACKING_BGRA,
+                                   ZK_PACKING_BGR};
+    for (_ZKImagePacking from : froms)
+        for (_ZKImagePacking to : tos) {
+            const int fromDepth = ZKImage::depthOf(from), toDepth = ZKImage::depthOf(to);
+            const ZKImage source =
+                imageOf(w, h, from, randomBytes(std::size_t(n) * fromDepth, 11 + from));
+            ZKImage out;
+            source.convertPacking(out, to);
+            for (int i = 0; i < n; ++i) {
+                ZKColor4ub expected = readPixel(source.getPixels() + i * fromDepth, from);
+                if (toDepth == 4 && ZKImage::depthOf(from) != 4)
+                    expected.a = 255;
+                const ZKColor4ub got = readPixel(out.getPixels() + i * toDepth, to);
+                ASSERT_EQ(got.r, expected.r) << from << " -> " << to << " pixel " << i;
+                ASSERT_EQ(got.g, expected.g) << from << " -> " << to << " pixel " << i;
+                ASSERT_EQ(got.b, expected.b) << from << " -> " << to << " pixel " << i;
+                if (toDepth == 4) {
+                    ASSERT_EQ(got.a, expected.a) << from << " -> " << to << " pixel " << i;
+                }
+            }
+        }
 }
 
 TEST(ZKImage, ConvertPackingSamePackingCopiesAndOtherPairsOnlyResize) {
