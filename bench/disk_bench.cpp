@@ -44,7 +44,8 @@ const QByteArray& textFilePath() {
     return path;
 }
 
-void BM_ZKDiskReadTextLine(benchmark::State& state) {
+void ZKDisk_ReadLines(benchmark::State& state) {
+    state.SetLabel("50 MB");
     const QByteArray& path = textFilePath();
     for (auto _ : state) {
         FILE* f = std::fopen(path.constData(), "rb");
@@ -58,7 +59,8 @@ void BM_ZKDiskReadTextLine(benchmark::State& state) {
     state.SetBytesProcessed(state.iterations() * kFileBytes);
 }
 
-void BM_Getline(benchmark::State& state) {
+void Getline_ReadLines(benchmark::State& state) {
+    state.SetLabel("50 MB");
     const QByteArray& path = textFilePath();
     for (auto _ : state) {
         FILE* f = std::fopen(path.constData(), "rb");
@@ -75,7 +77,8 @@ void BM_Getline(benchmark::State& state) {
     state.SetBytesProcessed(state.iterations() * kFileBytes);
 }
 
-void BM_QFileReadLine(benchmark::State& state) {
+void QFile_ReadLines(benchmark::State& state) {
+    state.SetLabel("50 MB");
     const QByteArray& path = textFilePath();
     for (auto _ : state) {
         QFile file(QFile::decodeName(path));
@@ -91,8 +94,8 @@ void BM_QFileReadLine(benchmark::State& state) {
 
 } // namespace
 
-BENCHMARK(BM_ZKDiskReadTextLine)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Getline)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_QFileReadLine)->Unit(benchmark::kMillisecond);
+BENCHMARK(ZKDisk_ReadLines)->Unit(benchmark::kMillisecond);
+BENCHMARK(Getline_ReadLines)->Unit(benchmark::kMillisecond);
+BENCHMARK(QFile_ReadLines)->Unit(benchmark::kMillisecond);
 
 BENCHMARK_MAIN();

@@ -32,7 +32,8 @@ template <typename T> std::vector<T> wellConditioned(unsigned seed) {
     return m;
 }
 
-void BM_Inverse4d_ZK(benchmark::State& state) {
+void ZK_Inverse4d(benchmark::State& state) {
+    state.SetLabel("4x4 double");
     const std::vector<double> m = wellConditioned<double>(1);
     double out[16];
     int i = 0;
@@ -42,9 +43,10 @@ void BM_Inverse4d_ZK(benchmark::State& state) {
         i = (i + 1) % kCount;
     }
 }
-BENCHMARK(BM_Inverse4d_ZK);
+BENCHMARK(ZK_Inverse4d);
 
-void BM_Inverse4d_Eigen(benchmark::State& state) {
+void Eigen_Inverse4d(benchmark::State& state) {
+    state.SetLabel("4x4 double");
     const std::vector<double> m = wellConditioned<double>(1);
     Eigen::Matrix4d out;
     int i = 0;
@@ -55,9 +57,10 @@ void BM_Inverse4d_Eigen(benchmark::State& state) {
         i = (i + 1) % kCount;
     }
 }
-BENCHMARK(BM_Inverse4d_Eigen);
+BENCHMARK(Eigen_Inverse4d);
 
-void BM_MultMatrix4d_ZK(benchmark::State& state) {
+void ZK_MultMatrix4d(benchmark::State& state) {
+    state.SetLabel("4x4 double");
     const std::vector<double> a = wellConditioned<double>(2), b = wellConditioned<double>(3);
     double out[16];
     int i = 0;
@@ -68,9 +71,10 @@ void BM_MultMatrix4d_ZK(benchmark::State& state) {
         i = (i + 1) % kCount;
     }
 }
-BENCHMARK(BM_MultMatrix4d_ZK);
+BENCHMARK(ZK_MultMatrix4d);
 
-void BM_MultMatrix4d_Eigen(benchmark::State& state) {
+void Eigen_MultMatrix4d(benchmark::State& state) {
+    state.SetLabel("4x4 double");
     const std::vector<double> a = wellConditioned<double>(2), b = wellConditioned<double>(3);
     Eigen::Matrix4d out;
     int i = 0;
@@ -82,9 +86,10 @@ void BM_MultMatrix4d_Eigen(benchmark::State& state) {
         i = (i + 1) % kCount;
     }
 }
-BENCHMARK(BM_MultMatrix4d_Eigen);
+BENCHMARK(Eigen_MultMatrix4d);
 
-void BM_AffinePoint3f_ZK(benchmark::State& state) {
+void ZK_AffinePoint3f(benchmark::State& state) {
+    state.SetLabel("4x4 float");
     const std::vector<float> m = wellConditioned<float>(4);
     const std::vector<float> p = randomValues<float>(3 * kCount, 5);
     float out[3];
@@ -96,9 +101,10 @@ void BM_AffinePoint3f_ZK(benchmark::State& state) {
         i = (i + 1) % kCount;
     }
 }
-BENCHMARK(BM_AffinePoint3f_ZK);
+BENCHMARK(ZK_AffinePoint3f);
 
-void BM_AffinePoint3f_Eigen(benchmark::State& state) {
+void Eigen_AffinePoint3f(benchmark::State& state) {
+    state.SetLabel("4x4 float");
     const std::vector<float> m = wellConditioned<float>(4);
     const std::vector<float> p = randomValues<float>(3 * kCount, 5);
     Eigen::Vector3f out;
@@ -112,7 +118,7 @@ void BM_AffinePoint3f_Eigen(benchmark::State& state) {
         i = (i + 1) % kCount;
     }
 }
-BENCHMARK(BM_AffinePoint3f_Eigen);
+BENCHMARK(Eigen_AffinePoint3f);
 
 std::vector<ZKSymMatrix3d> symmetricMatrices() {
     const std::vector<double> v = randomValues<double>(6 * kCount, 6);
@@ -123,7 +129,8 @@ std::vector<ZKSymMatrix3d> symmetricMatrices() {
     return out;
 }
 
-void BM_Eigen3x3_ZKJacobi(benchmark::State& state) {
+void ZKJacobi_SymmetricEigen3x3(benchmark::State& state) {
+    state.SetLabel("3x3 double");
     const std::vector<ZKSymMatrix3d> s = symmetricMatrices();
     ZKEigenpair3d pairs[3];
     int i = 0;
@@ -134,9 +141,10 @@ void BM_Eigen3x3_ZKJacobi(benchmark::State& state) {
         i = (i + 1) % kCount;
     }
 }
-BENCHMARK(BM_Eigen3x3_ZKJacobi);
+BENCHMARK(ZKJacobi_SymmetricEigen3x3);
 
-void BM_Eigen3x3_EigenSelfAdjoint(benchmark::State& state) {
+void EigenSelfAdjoint_SymmetricEigen3x3(benchmark::State& state) {
+    state.SetLabel("3x3 double");
     const std::vector<ZKSymMatrix3d> s = symmetricMatrices();
     Eigen::SelfAdjointEigenSolver<Eigen::Matrix3d> solver;
     int i = 0;
@@ -147,7 +155,7 @@ void BM_Eigen3x3_EigenSelfAdjoint(benchmark::State& state) {
         i = (i + 1) % kCount;
     }
 }
-BENCHMARK(BM_Eigen3x3_EigenSelfAdjoint);
+BENCHMARK(EigenSelfAdjoint_SymmetricEigen3x3);
 
 } // namespace
 

@@ -20,11 +20,16 @@ QString scratchPath() {
     return dir.filePath(QStringLiteral("bench.bin"));
 }
 
+template <typename T> const char* numbersLabel() {
+    return std::is_same_v<T, int> ? "10^7 ints" : "10^7 doubles";
+}
+
 template <typename T> T valueAt(int i) {
     return static_cast<T>(i) * static_cast<T>(3);
 }
 
 template <typename T> void ZKBinaryFile_WriteRead(benchmark::State& state) {
+    state.SetLabel(numbersLabel<T>());
     const ZKStringW path(scratchPath());
     for (auto _ : state) {
         {
@@ -51,6 +56,7 @@ template <typename T> void ZKBinaryFile_WriteRead(benchmark::State& state) {
 }
 
 template <typename T> void Stdio_WriteRead(benchmark::State& state) {
+    state.SetLabel(numbersLabel<T>());
     const QByteArray path = scratchPath().toUtf8();
     for (auto _ : state) {
         FILE* out = std::fopen(path.constData(), "wb");
@@ -72,6 +78,7 @@ template <typename T> void Stdio_WriteRead(benchmark::State& state) {
 }
 
 template <typename T> void QDataStream_WriteRead(benchmark::State& state) {
+    state.SetLabel(numbersLabel<T>());
     const QString path = scratchPath();
     for (auto _ : state) {
         {
@@ -101,6 +108,7 @@ ZKStringC shortString(int i) {
 }
 
 void ZKBinaryFile_Strings(benchmark::State& state) {
+    state.SetLabel("10^6 strings");
     const ZKStringW path(scratchPath());
     for (auto _ : state) {
         {
@@ -121,6 +129,7 @@ void ZKBinaryFile_Strings(benchmark::State& state) {
 }
 
 void Stdio_Strings(benchmark::State& state) {
+    state.SetLabel("10^6 strings");
     const QByteArray path = scratchPath().toUtf8();
     for (auto _ : state) {
         FILE* out = std::fopen(path.constData(), "wb");
@@ -148,6 +157,7 @@ void Stdio_Strings(benchmark::State& state) {
 }
 
 void QDataStream_Strings(benchmark::State& state) {
+    state.SetLabel("10^6 strings");
     const QString path = scratchPath();
     for (auto _ : state) {
         {
