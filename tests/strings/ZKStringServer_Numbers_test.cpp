@@ -3,7 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
+#include <cstdio>
+#include <limits>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -177,14 +183,68 @@ TEST(ZKStringServer, VecAsStrFormatsEachComponent) {
     EXPECT_EQ(ZKStringServer::vecAsStr(ZKVec2f(5, 6)), "(5.000000, 6.000000)");
 }
 
-TEST(ZKStringServer, VecAsStrIsCutAt4095BytesAndRefusesForeignFormats) {
+namespace {
+
+// What vsnprintf writes for `frame` and the three components, given room for
+// all of it, cut to the 4095 bytes vecAsStr keeps.
+std::string uncutReference(const std::string& frame, const ZKVec3d& v) {
+    const int length = std::snprintf(nullptr, 0, frame.c_str(), v.x, v.y, v.z);
+    std::string text(size_t(std::max(length, 4096)) + 1, '\0');
+    std::snprintf(&text[0], text.size(), frame.c_str(), v.x, v.y, v.z);
+    return text.substr(0, std::min(text.find('\0'), size_t(4095)));
+}
+
+} // namespace
+
+TEST(ZKStringServer, VecAsStrIsCutAt4095Bytes) {
     const ZKStringC cut = ZKStringServer::vecAsStr(ZKVec3d(1, 2, 3), "%04090.1f");
     EXPECT_EQ(cut.size(), 4095);
     EXPECT_TRUE(cut.startsWith("(0000"));
     EXPECT_TRUE(cut.endsWith("01.0, 00"));
-    // Formats that do not take exactly one double give an empty string
-    // instead of reading arguments that were never passed.
-    for (const char* bad : {"%d", "%s", "%f %f", "", "%", "%*f", "%1$f", "%Lf", "%.99999f"})
+    EXPECT_EQ(ZKStringServer::vecAsStr(ZKVec2f(1, 2), "%.99999f").toStdString(),
+              "(1." + std::string(4092, '0'));
+    EXPECT_EQ(ZKStringServer::vecAsStr(ZKVec2f(-1, 2), "%06000.1f").toStdString(),
+              "(-" + std::string(4093, '0'));
+    EXPECT_EQ(ZKStringServer::vecAsStr(ZKVec2f(1, 2), "%-9000.2f").toStdString(),
+              "(1.00" + std::string(4090, ' '));
+
+    // Widths and precisions far past the kept bytes give the text vsnprintf
+    // would give with room for all of it.
+    const double firsts[] = {-2.25, 5e-324, std::numeric_limits<double>::infinity()};
+    const std::pair<const char*, const char*> fields[] = {
+        {"", ".6000"}, {"9000", ""}, {"9000", ".6000"}, {"12000", ".5196"}, {"30000", ".4000"}};
+    for (const char* flags : {"", "-", "0#"})
+        for (const auto& [width, precision] : fields)
+            for (const char kind : {'f', 'e', 'g', 'a'})
+                for (const double x : firsts) {
+                    const std::string format = std::string("%") + flags + width + precision + kind;
+                    const ZKVec3d v(x, 0.5, -0.5);
+                    EXPECT_EQ(ZKStringServer::vecAsStr(v, format.c_str()).toStdString(),
+                              uncutReference("(" + format + ", " + format + ", " + format + ")", v))
+                        << format << " " << x;
+                }
+
+    // The frame is cut at 4095 bytes as well: the conversions it still holds
+    // are formatted, a conversion it cuts is dropped with the rest.
+    for (int filler : {2040, 2043}) {
+        const std::string format = std::string(size_t(filler), 'x') + "%.0f";
+        const std::string frame =
+            ("(" + format + ", " + format + ", " + format + ")").substr(0, 4095);
+        const ZKVec3d v(1, 2, 3);
+        EXPECT_EQ(ZKStringServer::vecAsStr(v, format.c_str()).toStdString(),
+                  uncutReference(frame, v))
+            << filler;
+    }
+}
+
+TEST(ZKStringServer, VecAsStrRefusesFormatsForOtherArguments) {
+    // Conversions of another kind, or more of them than there are components,
+    // give an empty string instead of reading arguments that were never passed.
+    for (const char* bad :
+         {"%d", "%s", "%f %f", "%", "%*f", "%1$f", "%Lf", "%hf", "%p", "%3000000000f"})
         EXPECT_EQ(ZKStringServer::vecAsStr(ZKVec3d(1, 2, 3), bad), "") << bad;
     EXPECT_EQ(ZKStringServer::vecAsStr(ZKVec2f(1, 2), "%n"), "");
+    // A format without conversion is only text.
+    EXPECT_EQ(ZKStringServer::vecAsStr(ZKVec3d(1, 2, 3), ""), "(, , )");
+    EXPECT_EQ(ZKStringServer::vecAsStr(ZKVec2f(1, 2), "x%%"), "(x%, x%)");
 }

@@ -160,10 +160,12 @@ public:
 
     // "(x, y, z)" with `format` for each component, formatted by vsnprintf
     // into 4096 bytes (at most 4095 kept): "%.2f" gives "(1.00, 2.50, -3.00)".
-    // Float components are passed as double. `format` must hold exactly one
-    // conversion for a double (f, e, g or a, with flags, width and precision);
-    // any other format gives an empty string instead of reading arguments that
-    // are not there.
+    // The frame itself is built with the same bound. Float components are
+    // passed as double. `format` is meant to hold one conversion for a double
+    // (f, e, g or a, with flags, width, precision and the no-op "l"); a format
+    // with a conversion of any other kind ("%d", "%s", "%n", "%*f", "%Lf",
+    // "%1$f", ...) or with more conversions than there are components gives an
+    // empty string instead of reading arguments that are not there.
     static ZKStringC vecAsStr(const ZKVec3f& v, const ZKStringC& format = m_asStrFormat);
     static ZKStringC vecAsStr(const ZKVec3d& v, const ZKStringC& format = m_asStrFormat);
     // "(x, y)" the same way.
