@@ -7,6 +7,8 @@
 
 #include <cstring>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -52,6 +54,34 @@ TEST(ZKClassType, HashIsTheSignedByteSumModulo41) {
     EXPECT_EQ(ZKClassType::computeHashCode("\xff"), -1); // a signed byte
     EXPECT_EQ(ZKClassType::computeHashCode("\x80\x80"), -256 % 41);
     EXPECT_EQ(ZKClassType::sizeOfHash(-3), 0);
+    // The 32-bit sum wraps around: 20000000 bytes of 'z' sum to 2440000000,
+    // which is -1854967296 as a signed 32-bit value.
+    const std::string longName(20000000, 'z');
+    EXPECT_EQ(ZKClassType::computeHashCode(longName.c_str()), -1854967296 % 41);
+    EXPECT_EQ(ZKClassType::getFromName(longName.c_str()), nullptr);
+}
+
+TEST(ZKClassType, NamesInANegativeBucketAreNeverFound) {
+    // Runs in a child so the registry of this test process keeps its buckets.
+    EXPECT_EXIT(
+        {
+            const int before = ZKClassType::m_numTypes;
+            ZKClassType* negative = new ZKClassType("\xe9\xe9"); // bucket -46 % 41 = -5
+            bool ok = ZKClassType::computeHashCode(negative->getName()) == -5 &&
+                      negative->m_id == before && ZKClassType::m_numTypes == before + 1 &&
+                      ZKClassType::getFromName("\xe9\xe9") == nullptr &&
+                      ZKClassType::getFromName("ZKObject") == ZKObject::getClassTypeStatic();
+            // Every other record is still in the bucket its name hashes to.
+            int found = 0;
+            for (int h = 0; h < ZKClassType::kNumBuckets; ++h)
+                for (int i = 0; i < ZKClassType::sizeOfHash(h); ++i)
+                    found +=
+                        ZKClassType::computeHashCode(
+                            ZKClassType::m_allTypes[ZKClassType::m_hash[h] + i]->getName()) == h;
+            ok = ok && found == before;
+            std::exit(ok ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
 }
 
 TEST(ZKClassType, InstancesAreBuiltByName) {
@@ -85,6 +115,16 @@ TEST(ZKClassType, CastersAndClones) {
     EXPECT_EQ(dynamic_cast<TestWidget*>(empty.get())->m_value, 7);
     std::unique_ptr<ZKTyped> objectCopy(plain.copyClone());
     EXPECT_EQ(objectCopy->getClassType(), ZKObject::getClassTypeStatic());
+    std::unique_ptr<ZKTyped> objectEmpty(plain.emptyClone());
+    EXPECT_EQ(objectEmpty->getClassType(), ZKObject::getClassTypeStatic());
+
+    // ZKTyped itself has no clones and no builder.
+    ZKTyped root;
+    EXPECT_EQ(root.copyClone(), nullptr);
+    EXPECT_EQ(root.emptyClone(), nullptr);
+    EXPECT_EQ(ZKTyped::classBuilder(), nullptr);
+    EXPECT_EQ(root.getClassType(), ZKTyped::getClassTypeStatic());
+    EXPECT_EQ(root.castIn(*ZKObject::getClassTypeStatic()), nullptr);
 }
 
 TEST(ZKClassType, IdentityNotNameMakesEquality) {

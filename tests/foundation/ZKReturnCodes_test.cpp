@@ -7,6 +7,11 @@
 
 TEST(ZKReturnCodes, CodesHaveTheirFixedNumbersAndNames) {
     EXPECT_EQ(RC_OK, 0);
+    EXPECT_EQ(RC_FAILED, 1);
+    EXPECT_EQ(RC_BAD_INPUT, 2);
+    EXPECT_EQ(RC_ABORTED, 3);
+    EXPECT_EQ(RC_FILE_ACCESS_ERROR, 4);
+    EXPECT_EQ(RC_FILE_CONTENT_ERROR, 5);
     EXPECT_EQ(RC_FILE_DO_NOT_EXIST, 6);
     EXPECT_EQ(ZKStringServer::retCodeAsString(0), "RC_OK");
     EXPECT_EQ(ZKStringServer::retCodeAsString(1), "RC_FAILED");

@@ -45,10 +45,12 @@ ZKTyped* ZKClassType::createNewInstance() const {
 int ZKClassType::computeHashCode(const char* name) {
     if (!name)
         return 0;
-    int sum = 0;
+    // A 32-bit sum that wraps around like the machine addition: a name read
+    // from a damaged file may be long enough to overflow it.
+    unsigned sum = 0;
     for (const char* p = name; *p; ++p)
-        sum += static_cast<signed char>(*p);
-    return sum % kNumBuckets;
+        sum += unsigned(static_cast<signed char>(*p));
+    return int(sum) % kNumBuckets;
 }
 
 int ZKClassType::sizeOfHash(int bucket) {

@@ -6,6 +6,7 @@ std::vector<ZKStringC> ZKAssert_Mac::s_messagesToIgnore;
 bool ZKAssert_Mac::s_inAssert = false;
 
 void ZKAssert_Mac::showAssert(const char* message, const char* file, int line) {
+    // Kept: file and line are accepted but only the message is reported.
     (void)file;
     (void)line;
     for (const ZKStringC& ignored : s_messagesToIgnore) {
