@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <cstring>
 
-// On x86 with GCC or Clang, packing conversion also has an SSSE3 byte-shuffle
-// loop and colour mixing an AVX2 build of its loop, each chosen at run time
+// On x86 with GCC or Clang, packing conversion also has SSSE3 and AVX2
+// byte-shuffle loops and colour mixing an AVX2 build of its loop, chosen at run time
 // when the processor has the instructions; elsewhere the portable loops alone
 // are built. Every path gives the same bytes.
 #if defined(__GNUC__) && (defined(__x86_64__) || defined(__i386__))
@@ -77,31 +77,65 @@ template <typename K> struct ShuffleMask {
     }
 };
 
+// One shuffle step of 16 bytes at pixel i; see convertSsse3.
+template <typename K>
+__attribute__((target("ssse3"))) inline void shuffleStep(const unsigned char* src,
+                                                         unsigned char* dst, std::size_t i,
+                                                         __m128i shuffle, __m128i alpha) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(src + i * K::srcDepth));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + i * K::dstDepth),
+                     _mm_or_si128(_mm_shuffle_epi8(v, shuffle), alpha));
+}
+
 // Loads and stores stay inside both blocks; the bytes a store writes past its
 // pixels belong to the next ones and are written again by the next step or
 // by the per-pixel tail.
 template <typename K>
 __attribute__((target("ssse3"))) void convertSsse3(const unsigned char* src, unsigned char* dst,
-                                                   std::size_t n) {
+                                                   std::size_t n, std::size_t i = 0) {
     static constexpr ShuffleMask<K> mask{};
     constexpr std::size_t step = ShuffleMask<K>::pixels;
     constexpr std::size_t s = K::srcDepth, d = K::dstDepth;
     const __m128i shuffle = _mm_loadu_si128(reinterpret_cast<const __m128i*>(mask.shuffle));
     const __m128i alpha = _mm_loadu_si128(reinterpret_cast<const __m128i*>(mask.alpha));
-    std::size_t i = 0;
-    for (; i * s + 16 <= n * s && i * d + 16 <= n * d; i += step) {
-        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(src + i * s));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + i * d),
-                         _mm_or_si128(_mm_shuffle_epi8(v, shuffle), alpha));
-    }
+    for (; i * s + 16 <= n * s && i * d + 16 <= n * d; i += step)
+        shuffleStep<K>(src, dst, i, shuffle, alpha);
     for (; i < n; ++i)
         K::pixel(src + i * s, dst + i * d);
+}
+
+// Two shuffle steps per 32-byte store, where the steps' outputs are adjacent
+// (4-byte destinations); the rest as convertSsse3.
+template <typename K>
+__attribute__((target("avx2"))) void convertAvx2(const unsigned char* src, unsigned char* dst,
+                                                 std::size_t n) {
+    static constexpr ShuffleMask<K> mask{};
+    constexpr std::size_t step = ShuffleMask<K>::pixels;
+    constexpr std::size_t s = K::srcDepth, d = K::dstDepth;
+    static_assert(step * d == 16, "the two lanes' outputs must be adjacent");
+    const __m256i shuffle = _mm256_broadcastsi128_si256(
+        _mm_loadu_si128(reinterpret_cast<const __m128i*>(mask.shuffle)));
+    const __m256i alpha =
+        _mm256_broadcastsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(mask.alpha)));
+    std::size_t i = 0;
+    for (; (i + step) * s + 16 <= n * s && i * d + 32 <= n * d; i += 2 * step) {
+        const __m128i lo = _mm_loadu_si128(reinterpret_cast<const __m128i*>(src + i * s));
+        const __m128i hi = _mm_loadu_si128(reinterpret_cast<const __m128i*>(src + (i + step) * s));
+        const __m256i v = _mm256_inserti128_si256(_mm256_castsi128_si256(lo), hi, 1);
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(dst + i * d),
+                            _mm256_or_si256(_mm256_shuffle_epi8(v, shuffle), alpha));
+    }
+    convertSsse3<K>(src, dst, n, i);
 }
 #endif
 
 template <typename K>
 void convertPixels(const unsigned char* src, unsigned char* dst, std::size_t n) {
 #ifdef ZK_IMAGE_X86
+    if constexpr (K::dstDepth == 4) {
+        if (hasAvx2())
+            return convertAvx2<K>(src, dst, n);
+    }
     if (hasSsse3())
         return convertSsse3<K>(src, dst, n);
 #endif
