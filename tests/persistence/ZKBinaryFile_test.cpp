@@ -218,6 +218,28 @@ TEST_F(BinaryFileTest, StringReadersOnOddCounts) {
     EXPECT_EQ(s.size(), 5);
     EXPECT_TRUE(s.startsWith("abc"));
 
+    // Mode 2: the units are kept even when fewer bytes arrived; a count past
+    // the end of a larger file keeps the units that are left.
+    writeRaw(QByteArray::fromHex("05000000610062"), "short16.bin");
+    ZKBinaryFile s16(path("short16.bin"), "rb");
+    s16.setStringWMode(2);
+    ZKStringW w;
+    EXPECT_FALSE(s16.readStringW(w));
+    EXPECT_EQ(w.size(), 5);
+    EXPECT_TRUE(w.startsWith(QStringLiteral("ab")));
+    writeRaw(QByteArray::fromHex("ffffff7f610062"), "huge16.bin");
+    ZKBinaryFile h16(path("huge16.bin"), "rb");
+    h16.setStringWMode(2);
+    EXPECT_FALSE(h16.readStringW(w));
+    EXPECT_EQ(w, QStringLiteral("ab"));
+    unsigned char rest = 0;
+    EXPECT_FALSE(h16.readUInt8(rest)); // every byte was consumed, the half unit too
+    writeRaw(QByteArray::fromHex("feffffff6100"), "negative16.bin");
+    ZKBinaryFile n16(path("negative16.bin"), "rb");
+    n16.setStringWMode(2);
+    EXPECT_FALSE(n16.readStringW(w));
+    EXPECT_EQ(w, QStringLiteral("ab"));
+
     // An absurd count fails without allocating it.
     writeRaw(QByteArray::fromHex("ffffff7f616263"), "huge.bin");
     ZKBinaryFile h(path("huge.bin"), "rb");
@@ -257,10 +279,54 @@ TEST_F(BinaryFileTest, RewindsAndSkipsKeepTheirOddResults) {
     EXPECT_EQ(ftell(f.getFile()), 16);
     EXPECT_TRUE(f.skipData(-100)); // a failed seek answers true
 
+    f.skipData(8);
+    EXPECT_FALSE(f.skipBoolArray()); // at the end: the count cannot be read
+
     ZKBinaryFile closed;
     EXPECT_TRUE(closed.skipData(4));
+    EXPECT_TRUE(closed.skipBoolArray()); // kept inverted: no file answers true
     EXPECT_FALSE(closed.readUId(0));
     EXPECT_FALSE(closed.writeInt(1));
+}
+
+TEST_F(BinaryFileTest, WithoutAFileOnlyTheKeptMembersAnswerTrue) {
+    ZKBinaryFile closed;
+    // Kept: these answer true whatever happened.
+    EXPECT_TRUE(closed.writePlane(ZKPlane3f()));
+    EXPECT_TRUE(closed.writeBBox3f(ZKBBox3f()));
+    ZKPlane3f plane;
+    EXPECT_TRUE(closed.readPlane(plane));
+    ZKBBox3f box;
+    EXPECT_TRUE(closed.readBBox3f(box));
+    EXPECT_TRUE(closed.writeEmptyBloc(3));
+    EXPECT_TRUE(closed.rewriteBlocSize());
+    EXPECT_TRUE(closed.endWriteBloc(true));
+    ZKBinFileBlocHeader header{1, 8};
+    EXPECT_TRUE(closed.endReadBloc(header));
+    closed.rewindReadStringC(ZKStringC("abc")); // nothing to rewind
+    closed.rewindReadStringW(ZKStringW("abc"));
+    // Everything else fails.
+    EXPECT_FALSE(closed.writeBlocHeader(header));
+    EXPECT_FALSE(closed.readBlocHeader(header));
+    ZKBinaryFile::ReadBlocData data;
+    data.m_startPosition = 12;
+    EXPECT_FALSE(closed.readBlocHeader(header, data));
+    EXPECT_EQ(data.m_startPosition, -1);
+    EXPECT_FALSE(closed.skipBloc(header));
+    EXPECT_FALSE(closed.skipBloc(header, data));
+    EXPECT_FALSE(closed.endReadBloc(header, data));
+    EXPECT_FALSE(closed.writeStringC(ZKStringC("x")));
+    EXPECT_FALSE(closed.writeStringW(ZKStringW("x")));
+    ZKStringW w;
+    EXPECT_FALSE(closed.readStringW(w));
+    ZKArray<ZKStringC> list{"kept"};
+    EXPECT_FALSE(closed.readStringCArray(list));
+    EXPECT_FALSE(closed.writeStringCArray(list));
+    EXPECT_EQ(list.size(), 1);
+    ZKBoolArray bits(2, true);
+    EXPECT_FALSE(closed.writeBoolArray(bits));
+    EXPECT_FALSE(closed.readBoolArray(bits));
+    EXPECT_EQ(closed.readClassTypeAndCreateObj(), nullptr);
 }
 
 TEST_F(BinaryFileTest, BoolArraysAreOneBytePerElement) {

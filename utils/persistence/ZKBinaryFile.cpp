@@ -418,14 +418,15 @@ bool ZKBinaryFile::readStringW(ZKStringW& s) {
     }
     if (n < 0)
         return false;
-    long long units = n;
+    long long bytes = 2LL * n;
     if (n > kTrustedCount / 2) {
         const long long left = bytesLeft();
-        if (left >= 0 && left < 2LL * n)
-            units = left / 2;
+        if (left >= 0 && left < bytes)
+            bytes = left; // a damaged count: read what is left, the last unit maybe half
     }
+    const long long units = (bytes + 1) / 2;
     std::vector<char16_t> buffer(size_t(units), 0);
-    const bool ok = readBytes(buffer.data(), size_t(units) * 2) && units == n;
+    const bool ok = readBytes(buffer.data(), size_t(bytes)) && bytes == 2LL * n;
     s = QString::fromUtf16(buffer.data(), int(units));
     return ok;
 }
@@ -528,6 +529,8 @@ bool ZKBinaryFile::readBoolArray(ZKBoolArray& bits) {
 }
 
 bool ZKBinaryFile::skipBoolArray() {
+    if (!m_file)
+        return true; // kept inverted like skipData: no file answers true
     unsigned long count;
     if (!readCount32Or(m_boolArrayCountAs32Bits, count))
         return false;

@@ -196,8 +196,9 @@ public:
     // with unspecified tail bytes.
     bool readStringC(ZKStringC& s);
     // Mode 0: readStringC then UTF-8 decoding. Mode 2: count 0 gives the null
-    // string; otherwise the units read (even when fewer arrived). Other
-    // modes fail without reading.
+    // string, a negative count fails with the string unchanged; otherwise the
+    // units read (even when fewer arrived; a count larger than the rest of
+    // the file gives the units left). Other modes fail without reading.
     bool readStringW(ZKStringW& s);
     // False when the count cannot be read, is negative or exceeds what the
     // rest of the file could hold (array unchanged). Otherwise the array is
@@ -212,9 +213,9 @@ public:
     // On any failure, a count beyond the end of the file included, the array
     // is left unchanged.
     bool readBoolArray(ZKBoolArray& bits);
-    // Kept inverted like skipData once the count is read: false when the
-    // seek over the elements succeeded, true when it failed; false when the
-    // count cannot be read.
+    // Kept inverted like skipData: false when the seek over the elements
+    // succeeded, true when it failed or no file is open; false when the
+    // count cannot be read from the open file.
     bool skipBoolArray();
 
     // Kept inverted: false when the seek succeeded, true when it failed or no
