@@ -32,7 +32,11 @@ TEST(ZKArrayIO, IntArrayText) {
     EXPECT_EQ(ZKArrayIO::arrayAsStr(a, 2, true), "");
     EXPECT_EQ(ZKArrayIO::arrayAsStr(a, 3, true), "[1, 2, 3]");
     EXPECT_EQ(ZKArrayIO::arrayAsStr(a, 0), "[]");
-    EXPECT_EQ(ZKArrayIO::arrayAsStr(a, -5), "[]");
+    // A negative maxCount other than -1 cuts the text, yet the first element
+    // is shown.
+    EXPECT_EQ(ZKArrayIO::arrayAsStr(a, -5), "[1...]");
+    EXPECT_EQ(ZKArrayIO::arrayAsStr(a, -2, true), "");
+    EXPECT_EQ(ZKArrayIO::arrayAsStr(ZKArray<int>{}, -5), "[]");
     EXPECT_EQ(ZKArrayIO::arrayAsStr(ZKArray<int>{}, 0, true), "[]");
     EXPECT_EQ(ZKArrayIO::arrayAsStr(ZKArray<int>{}), "[]");
     EXPECT_EQ(ZKArrayIO::arrayAsStr(ZKStaticArray<int>{-7}), "[-7]");
@@ -43,6 +47,7 @@ TEST(ZKArrayIO, FloatingArrayText) {
     EXPECT_EQ(ZKArrayIO::arrayAsStr(f, "%.2f"), "[0.50, 1.25]");
     EXPECT_EQ(ZKArrayIO::arrayAsStr(f, "%g", 1), "[0.5...]");
     EXPECT_EQ(ZKArrayIO::arrayAsStr(f, "%g", 1, true), "");
+    EXPECT_EQ(ZKArrayIO::arrayAsStr(f, "%g", -3), "[0.5...]");
     EXPECT_EQ(ZKArrayIO::arrayAsStr(ZKArray<double>{1e10, -2}, "%g"), "[1e+10, -2]");
     EXPECT_EQ(ZKArrayIO::arrayAsStr(ZKArray<float>{0.1f}, "%.9f"), "[0.100000001]");
     // One element is formatted into 4096 bytes, of which 4095 are kept.
@@ -57,6 +62,10 @@ TEST(ZKArrayIO, Vec3TextIsUnfinishedOnPurpose) {
     EXPECT_EQ(ZKArrayIO::arrayAsStr(v, "%g", 1, true), "");
     EXPECT_EQ(ZKArrayIO::arrayAsStr(v, "%g", 0), "[]");
     EXPECT_EQ(ZKArrayIO::arrayAsStr(ZKArray<ZKVec3f>{}, "%g"), "[]");
+    // Only a count shown of 0 gives "[]": a negative maxCount other than -1
+    // gives "" even for an empty array.
+    EXPECT_EQ(ZKArrayIO::arrayAsStr(v, "%g", -5), "");
+    EXPECT_EQ(ZKArrayIO::arrayAsStr(ZKArray<ZKVec3f>{}, "%g", -5), "");
 }
 
 TEST(ZKArrayIO, BoolArrayCsv) {

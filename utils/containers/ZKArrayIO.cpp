@@ -22,8 +22,11 @@ ZKStringC joinElements(const ZKStaticArray<T>& a, int maxCount, bool emptyIfCut,
     const Shown shown = shownElements(a.size(), maxCount);
     if (shown.cut && emptyIfCut)
         return ZKStringC();
-    if (shown.count <= 0)
+    // An empty array has no first element to show, whatever maxCount says.
+    if (shown.count == 0 || a.size() == 0)
         return ZKStringC("[]");
+    // A negative maxCount other than -1 still shows the first element:
+    // "[1...]". The loop below then adds nothing.
     ZKStringC text("[");
     text += format(a[0]);
     for (long long k = 1; k < shown.count; ++k) {
@@ -69,7 +72,7 @@ ZKStringC ZKArrayIO::arrayAsStr(const ZKStaticArray<ZKVec3f>& a, const ZKStringC
     const Shown shown = shownElements(a.size(), maxCount);
     if (shown.cut && emptyIfCut)
         return ZKStringC();
-    if (shown.count <= 0)
+    if (shown.count == 0)
         return ZKStringC("[]");
     return ZKStringC(); // kept: unfinished on purpose, no element is ever written
 }

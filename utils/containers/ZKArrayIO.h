@@ -2,7 +2,8 @@
 //
 // arrayAsStr gives "[a, b, c]"; with maxCount other than -1 and more elements
 // than maxCount, only maxCount are shown and the text ends with "...]", or is
-// "" with emptyIfCut. Nothing shown gives "[]".
+// "" with emptyIfCut. A maxCount of 0, or an empty array, gives "[]"; a
+// negative maxCount other than -1 still shows the first element ("[1...]").
 //
 // Bool-array files: a CSV ("size;<n>" then "<index>;<0|1>" per element) and a
 // binary form (element count, storage byte count, storage bytes; 8-byte
@@ -32,7 +33,8 @@ public:
     static ZKStringC arrayAsStr(const ZKStaticArray<double>& a, const ZKStringC& format,
                                 int maxCount = -1, bool emptyIfCut = false);
     // Unfinished on purpose: never writes an element. "" when cut with
-    // emptyIfCut, "[]" when nothing is shown, "" otherwise.
+    // emptyIfCut, "[]" when maxCount is 0 or the array is empty and not cut,
+    // "" otherwise.
     static ZKStringC arrayAsStr(const ZKStaticArray<ZKVec3f>& a, const ZKStringC& format,
                                 int maxCount = -1, bool emptyIfCut = false);
 
