@@ -108,6 +108,14 @@ TEST(ZKArrayServer, ApplyTagsAcrossRenumbering) {
     ZKArrayServer::applyToNew(out, old, oldToNew, 4);
     EXPECT_EQ(out.size(), 4);
     EXPECT_EQ(setIndices(out), (std::vector<int>{1, 3}));
+    // Kept: no test against the new size; old element 5 goes to 7, a storage
+    // bit past the size.
+    EXPECT_TRUE(out.get(7));
+    ZKBoolArray far;
+    ZKArrayServer::applyToNew(far, tagsOf(2, {0, 1}), ZKArray<int>{40, 9}, 2);
+    EXPECT_EQ(far.size(), 2);
+    EXPECT_EQ(far.capacity(), 8);
+    EXPECT_EQ(far.getData()[0], 0x00); // both targets lie outside the storage
     ZKBoolArray kept(3, true);
     ZKArrayServer::applyToNew(kept, old, oldToNew, 5);
     EXPECT_EQ(setIndices(kept), (std::vector<int>{0, 1, 2, 3}));
@@ -129,6 +137,11 @@ TEST(ZKArrayServer, ApplyTagsAcrossRenumbering) {
     EXPECT_EQ(resized.size(), 6);
     EXPECT_EQ(resized.capacity(), 8);
     EXPECT_EQ(setIndices(resized), (std::vector<int>{0, 3, 5}));
+    // Kept: old elements are read past the size: ZKBoolArray(10, true) fills
+    // its second byte whole, so 12 reads as set; 16 lies outside the storage.
+    ZKBoolArray fromFilled;
+    ZKArrayServer::applyToOld(fromFilled, ZKBoolArray(10, true), ZKArray<int>{12, 16, 9, -1});
+    EXPECT_EQ(setIndices(fromFilled), (std::vector<int>{0, 2}));
     ZKBoolArray self(old);
     ZKArrayServer::applyToOld(self, newToOld);
     EXPECT_EQ(setIndices(self), (std::vector<int>{0, 3, 5}));

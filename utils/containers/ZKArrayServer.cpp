@@ -9,6 +9,13 @@ bool isTagged(const ZKBoolArray& tags, int i) {
     return i >= 0 && i < tags.size() && tags.get(i);
 }
 
+// Kept: the old tags are read without a test against their size, so a bit
+// past the size (ZKBoolArray(10, true) sets 10 ... 15) counts; only what lies
+// outside the storage is taken as clear.
+bool isStoredSet(const ZKBoolArray& tags, int i) {
+    return i >= 0 && i < tags.capacity() && tags.get(i);
+}
+
 template <typename T>
 void computeMinMax(T& min, T& max, bool& hasNegativeNonFinite, bool& hasPositiveNonFinite,
                    const ZKArray<T>& values) {
@@ -91,9 +98,10 @@ void ZKArrayServer::applyToNew(ZKBoolArray& out, const ZKBoolArray& oldTags,
         if (i >= oldToNew.size())
             return;
         const int n = oldToNew[i];
-        // A target beyond the new size would only touch bits past the end.
-        if (n >= 0 && n < out.size())
-            out.set(n, 1);
+        // Kept: no test against newSize; a target past the size lands in the
+        // storage beyond it (the trusted write skips only what lies outside).
+        if (n >= 0)
+            out.set(1, &n, true);
     });
 }
 
@@ -117,7 +125,7 @@ void ZKArrayServer::applyToOld(ZKBoolArray& out, const ZKBoolArray& oldTags,
         out.resize(m, false);
     }
     for (long long k = 0; k < m; ++k)
-        if (isTagged(oldTags, newToOld[k]))
+        if (isStoredSet(oldTags, newToOld[k]))
             out.set(k, 1);
 }
 

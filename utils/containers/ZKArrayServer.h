@@ -40,14 +40,18 @@ public:
     static void setBoolArrayFlags(ZKBoolArray& tags, const ZKArrayByBlocs<int>& blocs, int bloc);
 
     // out is resized to newSize (new elements clear, existing bits kept), then
-    // oldToNew[i] is set for every set i of oldTags (when >= 0). Indices the
-    // map does not cover and targets at or beyond newSize are skipped.
+    // oldToNew[i] is set for every set i of oldTags (when >= 0). Targets are
+    // not tested against newSize: one past the size sets a storage bit beyond
+    // it (out.get shows it, the size does not change). Indices the map does
+    // not cover and targets outside out's storage are skipped.
     static void applyToNew(ZKBoolArray& out, const ZKBoolArray& oldTags,
                            const ZKArray<int>& oldToNew, int newSize);
     // In place: tags becomes a fresh set of newSize built the same way.
     static void applyToNew(ZKBoolArray& tags, const ZKArray<int>& oldToNew, int newSize);
     // out gets newToOld's size, all clear (reallocated unless it already has
     // that size); element k is set when newToOld[k] names a set old element.
+    // The old element is read without a test against oldTags' size, so a set
+    // storage bit past the size counts; outside the storage it reads clear.
     static void applyToOld(ZKBoolArray& out, const ZKBoolArray& oldTags,
                            const ZKArray<int>& newToOld);
     static void applyToOld(ZKBoolArray& tags, const ZKArray<int>& newToOld);
