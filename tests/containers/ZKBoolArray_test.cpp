@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <random>
 #include <vector>
 
@@ -555,6 +556,18 @@ TEST(ZKBoolArray, StatedEdgeCases) {
     EXPECT_EQ(a.findLast(true, -1), -1);
     EXPECT_EQ(a.countBitSetInScope(3, 9), 1);
     EXPECT_EQ(a.countBitSetInScope(9, 3), 0);
+    long long at = LLONG_MAX; // the walk ends there without an overflow
+    a.goToNextSet(at);
+    EXPECT_EQ(at, -1);
+    at = LLONG_MAX;
+    a.goToNextCleared(at);
+    EXPECT_EQ(at, -1);
+    at = -7; // below -1 the walk starts at 0
+    a.goToNextSet(at);
+    EXPECT_EQ(at, 3);
+    int atInt = INT_MAX;
+    a.goToNextCleared(atInt);
+    EXPECT_EQ(atInt, -1);
 
     ZKBoolArray full(16, true); // the scan stops at the guard byte
     EXPECT_EQ(full.findFirst(false, 0), -1);

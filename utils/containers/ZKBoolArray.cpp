@@ -268,6 +268,12 @@ long long findFirstFrom(const unsigned char* data, long long size, long long fro
     return found < size ? found : -1;
 }
 
+// Where a walk goes on after index i: i + 1, 0 below -1, and LLONG_MAX (past
+// any size) after LLONG_MAX instead of an overflow.
+constexpr long long indexAfter(long long i) {
+    return i < -1 ? 0 : i < LLONG_MAX ? i + 1 : LLONG_MAX;
+}
+
 } // namespace
 
 const std::array<unsigned char, 256> ZKBoolArray::s_bitCountTable = makeTable(BitCount);
@@ -803,7 +809,7 @@ long long ZKBoolArray::findLast(bool value, long long from) const noexcept {
 }
 
 void ZKBoolArray::goToNextSet(long long& i) const noexcept {
-    const long long from = std::max(i + 1, 0LL);
+    const long long from = indexAfter(i);
     i = from >= m_size ? -1 : findFirstFrom<true>(m_data, m_size, from);
 }
 
@@ -814,7 +820,7 @@ void ZKBoolArray::goToNextSet(int& i) const noexcept {
 }
 
 void ZKBoolArray::goToNextCleared(long long& i) const noexcept {
-    const long long from = std::max(i + 1, 0LL);
+    const long long from = indexAfter(i);
     i = from >= m_size ? -1 : findFirstFrom<false>(m_data, m_size, from);
 }
 
