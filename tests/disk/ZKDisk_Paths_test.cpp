@@ -25,6 +25,12 @@ TEST(ZKDiskPaths, ByteCompareFileNameWritesSlashesThroughSharedStorage) {
     EXPECT_FALSE(ZKDisk::compareFileName(ZKStringC("a/b"), ZKStringC("A/b")));
     EXPECT_FALSE(ZKDisk::compareFileName(ZKStringC("a/b"), ZKStringC("a/b/")));
     EXPECT_TRUE(ZKDisk::compareFileName(ZKStringC(""), ZKStringC()));
+    // The second argument is written through as well.
+    ZKStringC left("p\\q"), right("r\\s");
+    const ZKStringC copyOfRight = right;
+    EXPECT_FALSE(ZKDisk::compareFileName(left, right));
+    EXPECT_EQ(left, "p/q");
+    EXPECT_EQ(copyOfRight, "r/s");
 
     ZKStringC s("x\\y\\z");
     const ZKStringC unixified = ZKDisk::getUnixifiedFileName(s);
