@@ -71,6 +71,45 @@ TEST(ZKArray, ShrinkKeepsStorageAndFirstElements) {
     EXPECT_EQ(names.capacity(), capacity);
 }
 
+namespace {
+
+// Records the order in which elements are destroyed.
+struct Tracked {
+    static std::vector<int>* s_destroyed;
+    int id = 0;
+    Tracked() = default;
+    explicit Tracked(int i) : id(i) {}
+    Tracked(const Tracked&) = default;
+    Tracked& operator=(const Tracked&) = default;
+    ~Tracked() {
+        if (s_destroyed && id)
+            s_destroyed->push_back(id);
+    }
+};
+std::vector<int>* Tracked::s_destroyed = nullptr;
+
+} // namespace
+
+TEST(ZKArray, ShrinkDestroysTheSurplusFromTheLastBackwards) {
+    std::vector<int> destroyed;
+    {
+        ZKArray<Tracked> a;
+        a.reserve(5);
+        for (int i = 1; i <= 5; ++i)
+            a.emplace_back(i);
+        Tracked::s_destroyed = &destroyed;
+        a.resize(2);
+        EXPECT_EQ(destroyed, (std::vector<int>{5, 4, 3}));
+        destroyed.clear();
+        a.clear();
+        EXPECT_EQ(destroyed, (std::vector<int>{2, 1}));
+        destroyed.clear();
+        a.emplace_back(7);
+    }
+    EXPECT_EQ(destroyed, std::vector<int>{7}); // the destructor destroys what is left
+    Tracked::s_destroyed = nullptr;
+}
+
 TEST(ZKArray, ResizeFillsWithTheGivenValue) {
     ZKArray<int> zeros;
     zeros.resize(5, 0);
