@@ -1,4 +1,5 @@
 #include "ZKDebugChrono.h"
+#include "ZKLogCommaLocale.h"
 #include "ZKTimeServer.h"
 
 #include <QFile>
@@ -135,4 +136,31 @@ TEST(ZKDebugChrono, PrintFileWritesPercentagesOfTheWhole) {
 
     // An unwritable path reports a failed close instead of crashing.
     EXPECT_EQ(chrono.printFile((dir.path() + "/no/such/folder.txt").toUtf8().constData()), EOF);
+}
+
+TEST(ZKDebugChrono, ReportsKeepTheirDecimalPointInAnyLocale) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const QByteArray path = QFile::encodeName(dir.path() + "/chrono.txt");
+    ZKDebugChrono chrono = startedChrono();
+    chrono.pushTime("a");
+    g_printed.clear();
+    {
+        ZKCommaDecimalLocale comma;
+        if (!comma.active())
+            GTEST_SKIP() << "no locale with a decimal comma could be made";
+        ZKDebugChrono::setOutFunction(&collect);
+        chrono.print();
+        ZKDebugChrono::setOutFunction(nullptr);
+        EXPECT_EQ(chrono.printFile(path.constData()), 0);
+    }
+    // Expected texts formatted back in the C locale.
+    const double s = chrono.getStartTime();
+    const double t0 = chrono.getTimes()[0];
+    ASSERT_EQ(g_printed.size(), 1u);
+    EXPECT_EQ(g_printed[0], format(" %d: %s = %.5f  [%.5f]", 0, "a", t0 - s, t0 - s));
+    QFile file(QString::fromUtf8(path));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll().toStdString(), format("%d: %s \t= %.5f   [%.5f]   [%.2f%%] \n", 0, "a",
+                                                   t0 - s, t0 - s, (t0 - s) * 100 / (t0 - s)));
 }

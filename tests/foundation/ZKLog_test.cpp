@@ -1,8 +1,9 @@
 #include "ZKLog.h"
+#include "ZKLogCommaLocale.h"
 #include "ZKProcessServer.h"
 #include "ZKTimeServer.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
@@ -79,6 +80,17 @@ TEST_F(ZKLogTest, ChannelsExistOnlyAfterInit) {
     ZKLog::init();
     EXPECT_TRUE(ZKLog::isChannelEnabled(0));
     EXPECT_FALSE(ZKLog::isChannelEnabled(599));
+
+    // Flags set in the array before init are cleared, whatever its size.
+    for (long long size : {600, 601}) {
+        ZKLog::uninit();
+        ZKLog::getEnabledChannelArray().resize(size, true);
+        ZKLog::init();
+        EXPECT_EQ(ZKLog::getEnabledChannelArray().size(), 600) << size;
+        EXPECT_TRUE(ZKLog::isChannelEnabled(0)) << size;
+        EXPECT_FALSE(ZKLog::isChannelEnabled(1)) << size;
+        EXPECT_FALSE(ZKLog::isChannelEnabled(599)) << size;
+    }
 }
 
 TEST_F(ZKLogTest, UninitRestoresTheStartState) {
@@ -143,6 +155,27 @@ TEST_F(ZKLogTest, UserLogLinesWithAndWithoutTimeStamps) {
     EXPECT_EQ(lines[2], QByteArray("plain %d"));
     EXPECT_EQ(lines[3], QByteArray(4095, 'a')); // cut at 4095 bytes
     EXPECT_EQ(lines[4], QByteArray());
+}
+
+TEST_F(ZKLogTest, TimeStampKeepsItsDecimalPointInAnyLocale) {
+    ZKCommaDecimalLocale comma;
+    if (!comma.active())
+        GTEST_SKIP() << "no locale with a decimal comma could be made";
+    ZKLog::init();
+    ZKLog::setUserLogFile(ZKStringW(m_path), true, true);
+    ZKLog::enableUserLog(true);
+    ZKLog::userLog("v=%.1f", 2.5);
+    ZKLog::userLog(ZKStringC("plain"));
+    const QList<QByteArray> lines = content().split('\n');
+    ASSERT_EQ(lines.size(), 3);
+    EXPECT_TRUE(QRegularExpression(QStringLiteral("^\\d+\\.\\d{3}s: v=2\\.5$"))
+                    .match(QString::fromLatin1(lines[0]))
+                    .hasMatch())
+        << lines[0].constData();
+    EXPECT_TRUE(QRegularExpression(QStringLiteral("^\\d+\\.\\d{3}s: plain$"))
+                    .match(QString::fromLatin1(lines[1]))
+                    .hasMatch())
+        << lines[1].constData();
 }
 
 TEST_F(ZKLogTest, DisabledUserLogLeavesTheFileAlone) {
@@ -236,7 +269,9 @@ TEST_F(ZKLogTest, GenericLogAndTheInertEntryPointsWriteNothing) {
     ZKLog::setLogFile(ZKStringW(m_path));
     ZKLog::enableLogInFile(true);
     ZKLog::enableLogInWindow(true);
+    const int windows = QApplication::topLevelWidgets().size();
     ZKLog::showLogWindow(true);
+    EXPECT_EQ(QApplication::topLevelWidgets().size(), windows);
     ZKLog::logCallStack();
     EXPECT_EQ(content(), QByteArray(""));
     EXPECT_FALSE(ZKLog::isLogInFileEnabled());

@@ -1,6 +1,7 @@
 #include "ZKDebugChrono.h"
 
 #include "ZKTimeServer.h"
+#include "internal/ZKFormat.h"
 
 #include <QByteArray>
 
@@ -61,8 +62,12 @@ void ZKDebugChrono::print() const {
         // subtracted again; the first entry's predecessor is the raw start.
         const double p = i == 0 ? s : m_times[i - 1];
         char line[512];
-        std::snprintf(line, sizeof line, " %d: %s = %.5f  [%.5f]", int(i), printable(m_labels[i]),
-                      t - s, t - p);
+        {
+            // Reports read "0.01234" whatever locale the application set.
+            ZKInternal::CLocaleScope cLocale;
+            std::snprintf(line, sizeof line, " %d: %s = %.5f  [%.5f]", int(i),
+                          printable(m_labels[i]), t - s, t - p);
+        }
         s_outFunction(line);
     }
 }
@@ -72,6 +77,8 @@ int ZKDebugChrono::printFile(const char* path) const {
     // A path that cannot be opened reports what a failed close would.
     if (!file)
         return EOF;
+    // The report reads "0.01234" whatever locale the application set.
+    ZKInternal::CLocaleScope cLocale;
     const double s = m_startTime;
     const double l = m_times.empty() ? 0.0 : m_times.back();
     for (long long i = 0; i < m_times.size(); ++i) {

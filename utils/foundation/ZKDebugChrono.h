@@ -4,6 +4,9 @@
 // output function of the application or printFile() to a text file. Times
 // come from the application clock (ZKTimeServer::getAppTimeInS), in seconds.
 //
+// Numbers are written with a "." decimal point, whatever locale the
+// application set.
+//
 // Ownership: labels and the name are kept as pointers, not copied: pass
 // literals or text that outlives the chronometer.
 //

@@ -131,6 +131,8 @@ void ZKLog::userLog(const ZKStringC& text) {
         return;
     s_userLogCS.lock();
     if (FILE* file = fopenUtf8(m_UserLog_filepath, "a")) {
+        // The stamp reads "12.345s" whatever locale the application set.
+        ZKInternal::CLocaleScope cLocale;
         if (m_addTimeInLog)
             std::fprintf(file, "%.3fs: %s\n", ZKTimeServer::getAppTimeInS(), text.constData());
         else

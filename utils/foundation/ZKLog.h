@@ -2,7 +2,8 @@
 //
 // A static class. Only one channel writes anything: the user log, a text file
 // to which whole lines are appended, each optionally stamped with the seconds
-// since application start ("%.3fs: %s\n", else "%s\n"). The general message
+// since application start ("%.3fs: %s\n", else "%s\n"; numbers always with a
+// "." decimal point, whatever locale the application set). The general message
 // path (genericLog) composes its line and drops it; the window, file,
 // beta-log and call-stack entry points exist so that applications built
 // against the full interface link and run, and do nothing.
