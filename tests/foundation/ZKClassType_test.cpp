@@ -127,6 +127,23 @@ TEST(ZKClassType, CastersAndClones) {
     EXPECT_EQ(root.castIn(*ZKObject::getClassTypeStatic()), nullptr);
 }
 
+TEST(ZKClassType, TypedVirtualSlotsKeepTheirOrder) {
+    // A virtual member pointer holds 1 + the byte offset of its slot
+    // (Itanium C++ ABI): getClassType, copyClone, emptyClone, then the
+    // destructor.
+    const auto slotOf = [](auto member) {
+        long long raw[2];
+        static_assert(sizeof member == sizeof raw);
+        std::memcpy(raw, &member, sizeof raw);
+        return (raw[0] - 1) / (long long)sizeof(void*);
+    };
+    EXPECT_EQ(slotOf(&ZKTyped::getClassType), 0);
+    EXPECT_EQ(slotOf(&ZKTyped::copyClone), 1);
+    EXPECT_EQ(slotOf(&ZKTyped::emptyClone), 2);
+    EXPECT_EQ(slotOf(&ZKObject::getClassType), 0);
+    EXPECT_EQ(slotOf(&ZKObject::emptyClone), 2);
+}
+
 TEST(ZKClassType, IdentityNotNameMakesEquality) {
     const ZKClassType* a = ZKObject::getClassTypeStatic();
     EXPECT_TRUE(*a == *ZKClassType::getFromName("ZKObject"));

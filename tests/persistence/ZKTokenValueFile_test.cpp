@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <utility>
 #include <vector>
 
@@ -169,6 +170,16 @@ TEST_F(TokenValueFileTest, WritersProduceTheFixedLineFormats) {
                                      "c=bytes\nt\xc3\xa9=\xe2\x82\xac\nk=v\n"));
     EXPECT_FALSE(file.open(ZKStringW(), "w"));
     EXPECT_FALSE(file.isOpen());
+}
+
+TEST(ZKTokenValueFile, OnTokenValueIsTheFirstVirtualSlot) {
+    // A virtual member pointer holds 1 + the byte offset of its slot
+    // (Itanium C++ ABI): derived readers rely on the hook's place.
+    const auto hook = &ZKTokenValueFile::onTokenValue;
+    long long raw[2];
+    static_assert(sizeof hook == sizeof raw);
+    std::memcpy(raw, &hook, sizeof raw);
+    EXPECT_EQ(raw[0], 1);
 }
 
 TEST_F(TokenValueFileTest, FormatIsAlwaysUtf8) {

@@ -30,16 +30,20 @@
 class ZKUTILS_EXPORT ZKTokenValueFile {
 public:
     ZKTokenValueFile();
-    // Destroys the buffered pairs; does not close the file.
-    virtual ~ZKTokenValueFile();
 
     ZKTokenValueFile(const ZKTokenValueFile&) = delete;
     ZKTokenValueFile& operator=(const ZKTokenValueFile&) = delete;
 
     // Called for every pair read, after it was buffered (when buffering is
     // on). The base class does nothing; derive and override to consume
-    // settings as they are read.
+    // settings as they are read. Kept as the first virtual slot: declared
+    // before the destructor.
     virtual void onTokenValue(const ZKStringW& token, const ZKStringW& value);
+
+    // Destroys the buffered pairs; does not close the file. Virtual so that
+    // a derived reader can be deleted through this class; its slots follow
+    // onTokenValue's.
+    virtual ~ZKTokenValueFile();
 
     // Format back to UTF-8, buffering off, every buffered pair dropped. The
     // empty-value counter and the file are left as they are.
