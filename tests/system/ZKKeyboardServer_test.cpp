@@ -17,6 +17,11 @@ TEST(ZKKeyboardServer, IsKeyDownReadsBitsOfThirtyTwoBitWords) {
     EXPECT_FALSE(IS_KEYDOWN(127, map));
     EXPECT_FALSE(IS_KEYDOWN(-1, map));
     EXPECT_FALSE(IS_KEYDOWN(0, nullptr));
+    // The map has 128 bits: codes past it are never down, nothing is read
+    // beyond the four words.
+    const unsigned int wide[8] = {0u, 0u, 0u, 0u, 0x1u, 0u, 0u, 0x80000000u};
+    EXPECT_FALSE(IS_KEYDOWN(128, wide));
+    EXPECT_FALSE(IS_KEYDOWN(255, wide));
 }
 
 TEST(ZKKeyboardServer, NoReachableDisplayMeansNoKeyDown) {

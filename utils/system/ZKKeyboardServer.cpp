@@ -37,7 +37,7 @@ void ZKKeyboardServer::debugLogKeyModifierStates() {
 }
 
 bool IS_KEYDOWN(int keyCode, const unsigned int* keyMap) {
-    if (keyCode < 0 || !keyMap)
+    if (keyCode < 0 || keyCode >= 128 || !keyMap)
         return false;
     return ((keyMap[keyCode / 32] >> (keyCode % 32)) & 1u) != 0;
 }

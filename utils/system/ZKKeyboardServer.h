@@ -29,5 +29,6 @@ public:
 };
 
 // Bit `keyCode mod 32` of the 32-bit word `keyCode / 32` of `keyMap` (a key
-// map of 128 bits as four words). A negative key code is never down.
+// map of 128 bits as four words). A key code outside 0 ... 127 is never down:
+// the map holds no bit for it.
 ZKUTILS_EXPORT bool IS_KEYDOWN(int keyCode, const unsigned int* keyMap);
