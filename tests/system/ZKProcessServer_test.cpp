@@ -1,6 +1,10 @@
+#include "ZKChildProcess.h"
 #include "ZKProcessServer.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QProcess>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -68,4 +72,51 @@ TEST(ZKProcessServer, FindProcessByExecutableNameOrPath) {
         -1);
     EXPECT_EQ(found, ZKStringW("kept"));
     EXPECT_EQ(ZKProcessServer::findProcessIDfromFileName(ZKStringW(""), false), -1);
+}
+
+// Runs only in a copy of this executable started by the test below: records
+// the executable path as the library read it.
+TEST(DISABLED_ZKProcessPathChild, RecordExecutablePath) {
+    const QString record = QFile::decodeName(qgetenv("ZK_CHILD_RECORD"));
+    if (record.isEmpty())
+        GTEST_SKIP() << "runs only as a child started by ExecutablePathFitsIn2047Bytes";
+    QFile file(record);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(ZKProcessServer::getCurrentProcessFileName().toUtf8());
+}
+
+TEST(ZKProcessServer, ExecutablePathFitsIn2047Bytes) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const QString base = QFileInfo(dir.path()).canonicalFilePath();
+    // The path a copy of this executable gets when its full path has `length`
+    // bytes: folders of 200 characters, then a file name that fills the rest.
+    auto pathRead = [&](int length) {
+        QString folder = base + QStringLiteral("/%1").arg(length);
+        while (length - folder.size() > 256)
+            folder += QLatin1Char('/') + QString(200, QLatin1Char('d'));
+        const QString name(length - folder.size() - 1, QLatin1Char('x'));
+        if (!QDir().mkpath(folder))
+            return QStringLiteral("<no folder>");
+        const QString copy = zkCopyOfTestExecutable(folder, name);
+        if (copy.size() != length)
+            return QStringLiteral("<no copy>");
+        const QString record = base + QStringLiteral("/record%1").arg(length);
+        QProcess process;
+        process.setStandardOutputFile(QProcess::nullDevice());
+        {
+            ZKChildEnvironment child(record, "DISABLED_ZKProcessPathChild.*");
+            process.start(copy, QStringList());
+        }
+        if (!process.waitForFinished(60000) || process.exitCode() != 0)
+            return QStringLiteral("<child failed>");
+        QFile file(record);
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll())
+                                              : QStringLiteral("<no record>");
+    };
+    const QString fits = pathRead(2046);
+    EXPECT_EQ(fits.size(), 2046) << fits.left(40).toStdString();
+    EXPECT_TRUE(fits.endsWith(QString(10, QLatin1Char('x'))));
+    // 2047 bytes leave no room for the terminating zero: nothing is read.
+    EXPECT_EQ(pathRead(2047), QString());
 }

@@ -8,15 +8,16 @@
 
 namespace {
 
-// The executable path is read into 2047 bytes at most.
-constexpr int kExecutablePathMax = 2047;
+// The executable path is read into a buffer of 2047 bytes, its terminating
+// zero included: a path of 2047 bytes or more does not fit and is not read.
+constexpr int kExecutablePathBuffer = 2047;
 
 } // namespace
 
 ZKStringW ZKProcessServer::getCurrentProcessFileName() {
     static const ZKStringW cached = [] {
         QByteArray path = ZKNative::executablePath();
-        if (path.size() > kExecutablePathMax)
+        if (path.size() >= kExecutablePathBuffer)
             path.clear();
         return ZKStringW(QString::fromLatin1(path));
     }();

@@ -16,7 +16,8 @@ public:
     ZKProcessServer() = delete;
 
     // Full path of the running executable, cached on first use; the system's
-    // bytes are read as Latin-1.
+    // bytes are read as Latin-1. Empty when the system cannot tell or the path
+    // has 2047 bytes or more (it is read into a buffer of 2047 bytes).
     static ZKStringW getCurrentProcessFileName();
     // The folder of that path without trailing separator.
     static ZKStringW getCurrentProcessFolder();
