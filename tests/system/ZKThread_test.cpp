@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <type_traits>
 
 namespace {
 
@@ -112,6 +113,20 @@ TEST(ZKThread, EventLoopRunsUntilQuitAndPriorityFollowsTheThread) {
     ASSERT_TRUE(t.wait(10000));
     EXPECT_TRUE(t.isFinished());
     EXPECT_EQ(t.exitCode, 0);
+}
+
+TEST(ZKThreadDeathTest, DestroyingARunningThreadNeitherStopsNorWaits) {
+    // Kept: the destructor is not virtual and does not wait; Qt stops the
+    // program when the running thread's object goes.
+    EXPECT_FALSE(std::has_virtual_destructor<ZKThread>::value);
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_DEATH(
+        {
+            EventLoopThread t;
+            t.start();
+            waitFor(t.inLoop);
+        },
+        "Destroyed while thread is still running");
 }
 
 TEST(ZKMutex, TryLockFromAnotherThread) {

@@ -86,6 +86,31 @@ TEST(ZKTimeServer, AppClockIsMonotonicAndInSeconds) {
     }
 }
 
+TEST(ZKTimeServer, AppTimeInMSIsALocalTimeOfDayDifference) {
+    ZKTimeServer::InitTimeServer();
+    const int offsetBefore = QDateTime::currentDateTime().offsetFromUtc();
+    const long long ms0 = ZKTimeServer::getAppTimeInMS();
+    const double s0 = ZKTimeServer::getAppTimeInS();
+    long long ms1 = 0;
+    double s1 = 0.0;
+    int offsetAfter = 0;
+    {
+        FixedTimeZone zone;
+        offsetAfter = QDateTime::currentDateTime().offsetFromUtc();
+        ms1 = ZKTimeServer::getAppTimeInMS();
+        s1 = ZKTimeServer::getAppTimeInS();
+    }
+    if (offsetAfter == offsetBefore)
+        GTEST_SKIP() << "the machine is already in the test's time zone";
+    // Kept: a change of zone moves the local time of day, and this clock with
+    // it (modulo a day: it wraps at midnight); the clock in seconds does not.
+    const long long day = 86400000;
+    const long long jump =
+        (((ms1 - ms0) - (offsetAfter - offsetBefore) * 1000LL) % day + day) % day;
+    EXPECT_LT(jump, 1000) << ms0 << " " << ms1;
+    EXPECT_LT(s1 - s0, 1.0);
+}
+
 TEST(ZKTimeServer, EpochClocksAreWallClockMilliseconds) {
     const qint64 before = QDateTime::currentMSecsSinceEpoch();
     const long long ms = ZKTimeServer::getMilliSecondsSinceEpoch();
