@@ -60,6 +60,22 @@ TEST(ZKAssert_Mac, MessageIsTheFormatOfQtsFormatter) {
     EXPECT_EQ(capture.messages()[0].text, "100% sure");
 }
 
+TEST(ZKAssert_Mac, NullAndEmptyMessagesAreNotCheckedFor) {
+    IgnoreListGuard guard;
+    ZKAssert_Mac::s_messagesToIgnore.push_back("something else");
+    ZKQtMessageCapture capture;
+    ZKAssert_Mac::showAssert(nullptr, nullptr, 0);
+    ZKAssert_Mac::showAssert("", nullptr, 0);
+    ASSERT_EQ(capture.messages().size(), 2u);
+    EXPECT_EQ(capture.messages()[0].text, "");
+    EXPECT_EQ(capture.messages()[1].text, "");
+    // An empty entry silences only the empty message.
+    ZKAssert_Mac::s_messagesToIgnore.push_back("");
+    ZKAssert_Mac::showAssert("", nullptr, 0);
+    ZKAssert_Mac::showAssert(nullptr, nullptr, 0);
+    EXPECT_EQ(capture.messages().size(), 3u);
+}
+
 TEST(ZKAssertClass, CounterStartsAtZeroAndIsLeftToTheApplication) {
     EXPECT_EQ(ZKAssertClass::s_inZKAssertCount, 0);
     ZKAssert_Mac::showAssert("does not touch the counter", nullptr, 0);
