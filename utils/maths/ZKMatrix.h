@@ -96,15 +96,19 @@ public:
 
     // out = a·b over flat arrays in this layout: out[N*c + r] is the sum over
     // k of a[N*k + r]·b[N*c + k], accumulated from k = 0. out must not alias a
-    // or b.
-    static void multiply(T* out, const T* a, const T* b) {
+    // or b. A column of out is summed in a local array, all its rows in step,
+    // so that the compiler can use vector registers; every element still adds
+    // the same products in the same order.
+    static void multiply(T* __restrict out, const T* __restrict a, const T* __restrict b) {
         for (int c = 0; c < N; ++c) {
-            for (int r = 0; r < N; ++r) {
-                T sum = a[r] * b[N * c];
-                for (int k = 1; k < N; ++k)
-                    sum += a[N * k + r] * b[N * c + k];
-                out[N * c + r] = sum;
-            }
+            T column[N];
+            for (int r = 0; r < N; ++r)
+                column[r] = a[r] * b[N * c];
+            for (int k = 1; k < N; ++k)
+                for (int r = 0; r < N; ++r)
+                    column[r] += a[N * k + r] * b[N * c + k];
+            for (int r = 0; r < N; ++r)
+                out[N * c + r] = column[r];
         }
     }
     // out = m·v for a column vector of N values; out must not alias v.
