@@ -309,7 +309,7 @@ ZKBoolArray::ZKBoolArray(int n, ZKStaticArray<int> indices, bool value) : ZKBool
 ZKBoolArray::ZKBoolArray(const ZKBoolArray& other) : ZKBoolArray() {
     const long long nb = bytesFor(other.m_size);
     if (nb > 0) {
-        reallocate(nb, 0);
+        reallocate(nb, 0, false);
         std::memcpy(m_data, other.m_data, std::size_t(nb));
     }
     m_size = other.m_size;
@@ -344,8 +344,9 @@ void ZKBoolArray::setEmptyState() noexcept {
 }
 
 // Replaces the storage by exactly nbBytes bytes between two guard bytes of
-// value 1, keeping the first bytesToKeep bytes and clearing the others.
-void ZKBoolArray::reallocate(long long nbBytes, long long bytesToKeep) {
+// value 1, keeping the first bytesToKeep bytes and clearing the others (or
+// leaving them to the caller).
+void ZKBoolArray::reallocate(long long nbBytes, long long bytesToKeep, bool clearRest) {
     unsigned char* block = new unsigned char[std::size_t(nbBytes) + 2];
     block[0] = 1;
     block[nbBytes + 1] = 1;
@@ -353,7 +354,8 @@ void ZKBoolArray::reallocate(long long nbBytes, long long bytesToKeep) {
     const long long keep = std::min({bytesToKeep, nbBytes, (long long)(m_dataEnd - m_data)});
     if (keep > 0)
         std::memcpy(data, m_data, std::size_t(keep));
-    std::memset(data + std::max(keep, 0LL), 0, std::size_t(nbBytes - std::max(keep, 0LL)));
+    if (clearRest)
+        std::memset(data + std::max(keep, 0LL), 0, std::size_t(nbBytes - std::max(keep, 0LL)));
     if (m_dataEnd > m_data)
         delete[](m_data - 1);
     m_data = data;
@@ -362,14 +364,14 @@ void ZKBoolArray::reallocate(long long nbBytes, long long bytesToKeep) {
 
 void ZKBoolArray::assign(long long n, bool value) {
     if (capacity() < n)
-        reallocate(bytesFor(n), 0);
+        reallocate(bytesFor(n), 0, false); // every byte is filled below
     std::memset(m_data, value ? 0xFF : 0x00, std::size_t(bytesFor(n)));
     m_size = n;
 }
 
 void ZKBoolArray::assign(long long n, const char* bytes) {
     if (capacity() < n)
-        reallocate(bytesFor(n), 0);
+        reallocate(bytesFor(n), 0, false); // every byte is written below
     if (bytes)
         std::memcpy(m_data, bytes, std::size_t(bytesFor(n)));
     else
@@ -392,7 +394,7 @@ void ZKBoolArray::copy(const ZKBoolArray& other, bool fill) {
     const long long n = other.m_size;
     const long long nb = bytesFor(n);
     if (capacity() < n)
-        reallocate(nb, 0);
+        reallocate(nb, 0, false); // the copy writes every byte of the new block
     if (&other != this && nb > 0)
         std::memcpy(m_data, other.m_data, std::size_t(nb));
     m_size = n;

@@ -239,7 +239,9 @@ public:
     static const std::array<unsigned char, 256> s_highestClearedTable;
 
 private:
-    void reallocate(long long nbBytes, long long bytesToKeep);
+    // clearRest false leaves the bytes after the kept ones unset, for callers
+    // that write every storage byte next.
+    void reallocate(long long nbBytes, long long bytesToKeep, bool clearRest = true);
     void setEmptyState() noexcept;
     void writeBit(long long i, bool value) noexcept;
     void writeListed(long long count, const int* indices, long long limit, bool value) noexcept;
