@@ -143,24 +143,21 @@ long long countBytes(const unsigned char* p, long long n) {
 #endif
 
 // dst[i] = op(dst[i], src[i]) over n bytes, a word at a time. op is bitwise,
-// so the byte order of the words does not matter.
+// so the byte order of the words does not matter. Storage starts one byte
+// into its block, after the leading guard, so words taken from its start
+// straddle cache lines: single bytes come first, up to a 16-byte boundary of
+// dst (the other array's storage, placed alike, is then aligned too), and
+// the plain word loop after them becomes vector operations.
 template <typename Op>
 ZK_ALWAYS_INLINE void combineBytes(unsigned char* dst, const unsigned char* src, long long n,
                                    Op op) {
-    for (; n >= 32; n -= 32, dst += 32, src += 32) {
-        const Word d0 = op(loadRaw(dst), loadRaw(src));
-        const Word d1 = op(loadRaw(dst + 8), loadRaw(src + 8));
-        const Word d2 = op(loadRaw(dst + 16), loadRaw(src + 16));
-        const Word d3 = op(loadRaw(dst + 24), loadRaw(src + 24));
-        storeRaw(dst, d0);
-        storeRaw(dst + 8, d1);
-        storeRaw(dst + 16, d2);
-        storeRaw(dst + 24, d3);
-    }
-    for (; n >= 8; n -= 8, dst += 8, src += 8)
-        storeRaw(dst, op(loadRaw(dst), loadRaw(src)));
-    for (; n > 0; --n, ++dst, ++src)
+    for (; n > 0 && (reinterpret_cast<std::uintptr_t>(dst) & 15) != 0; --n, ++dst, ++src)
         *dst = static_cast<unsigned char>(op(Word(*dst), Word(*src)));
+    const long long words = n >> 3;
+    for (long long i = 0; i < words; ++i)
+        storeRaw(dst + 8 * i, op(loadRaw(dst + 8 * i), loadRaw(src + 8 * i)));
+    for (long long i = words * 8; i < n; ++i)
+        dst[i] = static_cast<unsigned char>(op(Word(dst[i]), Word(src[i])));
 }
 
 // op over the first n elements: whole bytes, then the partial byte under its
