@@ -7,7 +7,9 @@
 # Usage: scripts/bench.sh [regex]     only the benchmarks whose name matches
 # Environment:
 #   ZKUTILS_BENCH_MIN_TIME     seconds each measurement runs at least (0.05)
-#   ZKUTILS_BENCH_REPETITIONS  repetitions per benchmark, the median is shown (3)
+#   ZKUTILS_BENCH_REPETITIONS  repetitions per benchmark, interleaved at random
+#                              with the others of the program; the median is
+#                              shown (3)
 #   ZKUTILS_BENCH_TIME         cpu (default: CPU time of the process, the least
 #                              disturbed by other load) or real (wall time)
 # The JSON and console output of each program are kept in
@@ -34,7 +36,8 @@ for program in "$bin"/zk_*_bench; do
     echo "running $name" >&2
     args=(--benchmark_out="$out/$name.json" --benchmark_out_format=json
           --benchmark_min_time="$min_time" --benchmark_repetitions="$repetitions"
-          --benchmark_report_aggregates_only=true)
+          --benchmark_report_aggregates_only=true
+          --benchmark_enable_random_interleaving=true)
     if [ -n "$filter" ]; then
         args+=(--benchmark_filter="$filter")
     fi

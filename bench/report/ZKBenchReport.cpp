@@ -323,7 +323,7 @@ QString renderReport(const Report& report, TimeKind kind) {
         rows.push_back({r.suite + QStringLiteral(": ") + r.operation, r.size,
                         formatTime(r.libValue), r.peer, formatTime(r.peerValue),
                         ratioText(r.ratio)});
-    out += QStringLiteral("Time per operation (%1, median of the repetitions)\n\n").arg(timeWord);
+    out += QStringLiteral("Time per operation (%1; the median when repeated)\n\n").arg(timeWord);
     out += markdownTable({QStringLiteral("operation"), QStringLiteral("size"),
                           QStringLiteral("ZKUtils"), QStringLiteral("peer"),
                           QStringLiteral("peer time"), QStringLiteral("ZKUtils/peer")},
