@@ -70,20 +70,22 @@ void extractNextPartT(Str& part, const Str& s, int& pos, const Find& find) {
     part = s.mid(start, hit.index - start); // part may be s itself: read it last
 }
 
+// extractNextPartT in a loop, each part built straight into the list.
 template <typename Str, typename Find>
 void splitPartsT(ZKArray<Str>& list, const Str& s, const Find& find) {
     const Str source = s; // s may be an element of list, which appending moves
-    Str part;
+    const int size = source.size();
     int pos = 0;
-    for (;;) {
-        extractNextPartT(part, source, pos, find);
-        if (pos == -1) {
-            // Only the last part is dropped when empty ("a,b," gives a, b).
-            if (!part.isEmpty())
-                list.push_back(part);
+    // A part that starts at the end is the empty last part: dropped ("a,b,"
+    // gives a, b; "" gives nothing).
+    while (pos < size) {
+        const SeparatorHit hit = find(source, pos);
+        if (hit.index < 0) {
+            list.push_back(source.mid(pos));
             return;
         }
-        list.push_back(part);
+        list.push_back(source.mid(pos, hit.index - pos));
+        pos = hit.index + hit.length;
     }
 }
 
