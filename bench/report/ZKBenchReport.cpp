@@ -7,6 +7,7 @@
 #include <QJsonObject>
 
 #include <algorithm>
+#include <climits>
 #include <cmath>
 
 namespace ZKBenchReport {
@@ -158,6 +159,7 @@ bool readBenchmarkJson(const QByteArray& json, QVector<Measurement>& out, QStrin
     QHash<QString, Sums> sums;
     QHash<QString, QString> errors;
     QHash<QString, QString> labels;
+    QHash<QString, QPair<int, int>> ranks;
     const QJsonArray benchmarks = root.value(QLatin1String("benchmarks")).toArray();
     for (const QJsonValue& value : benchmarks) {
         const QJsonObject b = value.toObject();
@@ -166,8 +168,13 @@ bool readBenchmarkJson(const QByteArray& json, QVector<Measurement>& out, QStrin
             runName = b.value(QLatin1String("name")).toString();
         if (runName.isEmpty())
             continue;
-        if (!order.contains(runName))
+        if (!order.contains(runName)) {
             order.push_back(runName);
+            // Registration order, which random interleaving does not keep.
+            const int family = b.value(QLatin1String("family_index")).toInt(INT_MAX);
+            const int instance = b.value(QLatin1String("per_family_instance_index")).toInt();
+            ranks.insert(runName, qMakePair(family, instance));
+        }
         if (b.value(QLatin1String("error_occurred")).toBool()) {
             errors.insert(runName, b.value(QLatin1String("error_message")).toString());
             continue;
@@ -192,6 +199,9 @@ bool readBenchmarkJson(const QByteArray& json, QVector<Measurement>& out, QStrin
         }
     }
 
+    std::stable_sort(order.begin(), order.end(), [&ranks](const QString& a, const QString& b) {
+        return ranks.value(a) < ranks.value(b);
+    });
     for (const QString& runName : order) {
         Measurement m;
         if (medians.contains(runName)) {

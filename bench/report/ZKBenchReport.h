@@ -57,8 +57,9 @@ struct Measurement {
 };
 
 // Reads one program's --benchmark_format=json output. The suite comes from
-// context.executable. Aggregates named "median" are preferred; without them
-// the iteration runs of a name are averaged. Returns false with a message
+// context.executable. Runs come out in the order the program registered them
+// (family_index), whatever order they ran in. Aggregates named "median" are
+// preferred; without them the iteration runs of a name are averaged. Returns false with a message
 // when the text is not such a document.
 bool readBenchmarkJson(const QByteArray& json, QVector<Measurement>& out, QString* error);
 

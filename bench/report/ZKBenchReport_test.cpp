@@ -110,6 +110,25 @@ TEST(ZKBenchReport, JsonPrefersMediansAndAveragesPlainRuns) {
     EXPECT_EQ(out.size(), 4);
 }
 
+TEST(ZKBenchReport, JsonRunsComeOutInRegistrationOrder) {
+    // As written by --benchmark_enable_random_interleaving: shuffled runs.
+    const QByteArray json = R"({"benchmarks": [
+        {"name": "Boost_Walk/8", "family_index": 1, "per_family_instance_index": 1},
+        {"name": "ZK_Walk/8", "family_index": 0, "per_family_instance_index": 1},
+        {"name": "Untagged_Walk"},
+        {"name": "Boost_Walk/4", "family_index": 1, "per_family_instance_index": 0},
+        {"name": "ZK_Walk/4", "family_index": 0, "per_family_instance_index": 0},
+        {"name": "ZK_Walk/8", "family_index": 0, "per_family_instance_index": 1}
+      ]})";
+    QVector<Measurement> out;
+    ASSERT_TRUE(readBenchmarkJson(json, out, nullptr));
+    QStringList names;
+    for (const Measurement& m : out)
+        names.push_back(m.runName);
+    EXPECT_EQ(names, QStringList({"ZK_Walk/4", "ZK_Walk/8", "Boost_Walk/4", "Boost_Walk/8",
+                                  "Untagged_Walk"}));
+}
+
 TEST(ZKBenchReport, LibraryRunsPairWithEveryPeerOfTheSameOperationAndSize) {
     const QVector<Measurement> runs = {
         measured("containers", "ZK_Count/1000", 50, 500),
