@@ -1,7 +1,8 @@
 // Fuzzes the ZKDisk line readers: the input is read to its end as a byte
 // stream, a stream of 32-bit units, a C-string stream, and in memory as bytes
 // and as UTF-16 units. Every reader must end, and every line it delivers must
-// be free of line ends.
+// be free of line ends. The byte stream reader, which reads whole chunks,
+// must split exactly as the byte-at-a-time rule does.
 #include "ZKFuzzSupport.h"
 
 #include "ZKDisk.h"
@@ -11,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -24,6 +26,24 @@ struct Stream {
 
 template <typename S> bool hasLineEnd(const S& line) {
     return line.contains('\n') || line.contains('\r');
+}
+
+// The byte stream rule read one byte at a time: LF, CR and CR LF each end a
+// line; the last line needs no line end; nothing left to read gives false.
+bool nextByteLine(const uint8_t* data, size_t size, size_t& position, QByteArray& line) {
+    line.clear();
+    bool lineEnd = false;
+    while (position < size) {
+        const char c = char(data[position++]);
+        if (c == '\n' || c == '\r') {
+            if (c == '\r' && position < size && data[position] == '\n')
+                ++position;
+            lineEnd = true;
+            break;
+        }
+        line.append(c);
+    }
+    return !line.isEmpty() || lineEnd;
 }
 
 // Reads `content` line by line from its start to its end.
@@ -52,9 +72,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     {
         Stream s(scratch);
         ZKStringC line;
+        size_t modelPosition = 0;
+        QByteArray modelLine;
         long long calls = 0;
-        while (ZKDisk::readTextLine(s.f, line)) {
-            ZKFuzz::check(!hasLineEnd(line), "byte stream lines hold no line end");
+        for (;;) {
+            const bool read = ZKDisk::readTextLine(s.f, line);
+            const bool modelRead = nextByteLine(data, size, modelPosition, modelLine);
+            ZKFuzz::check(read == modelRead, "the byte stream reader ends where bytes run out");
+            if (!read)
+                break;
+            ZKFuzz::check(line == modelLine, "the byte stream reader splits as byte by byte");
             ZKFuzz::check(++calls <= bound, "the byte stream reader ends");
         }
     }
@@ -69,11 +96,18 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         Stream s(scratch);
         ZKStringC text;
         ZKArray<char> buffer;
+        size_t modelPosition = 0;
         long long calls = 0;
         while (std::ftell(s.f) < (long)size) {
             ZKFuzz::check(ZKDisk::readCString(s.f, text, (calls & 1) ? &buffer : nullptr),
                           "C strings read from an open stream");
-            ZKFuzz::check(!text.contains('\0'), "C strings hold no zero byte");
+            const uint8_t* zero = static_cast<const uint8_t*>(
+                std::memchr(data + modelPosition, 0, size - modelPosition));
+            const size_t end = zero ? size_t(zero - data) : size;
+            ZKFuzz::check(text == QByteArray(reinterpret_cast<const char*>(data) + modelPosition,
+                                             int(end - modelPosition)),
+                          "C strings end at a zero byte");
+            modelPosition = zero ? end + 1 : end;
             ZKFuzz::check(++calls <= bound, "the C string reader ends");
         }
     }
