@@ -293,6 +293,18 @@ TEST(ZKImage, ConvertPackingSamePackingCopiesAndOtherPairsOnlyResize) {
     rgba.convertPacking(other, ZK_PACKING_GREY);
     EXPECT_EQ(other.getPacking(), ZK_PACKING_GREY);
     EXPECT_EQ(other.getByteCount(), 1u);
+
+    // Without pixels the result still takes the size and the new packing.
+    ZKImage empty;
+    empty.convertPacking(other, ZK_PACKING_BGR);
+    EXPECT_EQ(other.getPacking(), ZK_PACKING_BGR);
+    EXPECT_EQ(other.getPixels(), nullptr);
+    ZKImage flat;
+    flat.init(ZKPixSize(0, 4), ZK_PACKING_RGB);
+    flat.convertPacking(ZK_PACKING_BGRA);
+    EXPECT_EQ(flat.getPacking(), ZK_PACKING_BGRA);
+    EXPECT_EQ(flat.getSize(), ZKPixSize(0, 4));
+    EXPECT_EQ(flat.getPixels(), nullptr);
 }
 
 TEST(ZKImage, FillWithColorFollowsThePackingOrder) {

@@ -14,9 +14,10 @@
 // An image "has pixels" when its pointer is not null and width, height and
 // depth are all positive. Operations on an image without pixels, or with a
 // packing they do not handle, change nothing, except the forms that write
-// into another image (rotate90, mirrorVertically, convertPacking to another
-// packing), which then leave that image as a default one (no pixels, 0 x 0,
-// packing 0, owning); the in-place forms are those forms followed by a swap.
+// into another image (rotate90, mirrorVertically), which then leave that
+// image as a default one (no pixels, 0 x 0, packing 0, owning), and
+// convertPacking to another packing, which always gives this size and the new
+// packing; the in-place forms are those forms followed by a swap.
 // The colour operations act on packings 0 to 3 only.
 //
 // Allocation uses malloc without a report: when it fails the image is left
@@ -104,6 +105,7 @@ public:
     // (red and blue exchanged), RGBA <-> BGRA, RGB <-> BGR, and grey to
     // RGBA, BGRA, RGB or BGR (grey in the three colour channels, alpha 255).
     // Every other pair gives a block of unspecified content (zeros today).
+    // The result always has this size and the new packing, pixels or not.
     void convertPacking(ZKImage& out, _ZKImagePacking packing) const;
     void convertPacking(_ZKImagePacking packing);
 

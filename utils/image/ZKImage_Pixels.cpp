@@ -245,16 +245,17 @@ void ZKImage::convertPacking(ZKImage& out, _ZKImagePacking packing) const {
         out.copy(*this);
         return;
     }
+    // The result takes this size and the new packing even without pixels to
+    // convert (a 0 x 0 image gives a 0 x 0 image of the new packing).
     ZKImage converted;
-    if (hasPixels()) {
-        converted.init(getSize(), packing);
-        if (converted.m_pixels) {
-            const std::size_t n = std::size_t(m_width) * std::size_t(m_height);
-            if (Converter convert = converterFor(m_packing, packing))
-                convert(m_pixels, converted.m_pixels, n);
-            else
-                std::memset(converted.m_pixels, 0, converted.getByteCount());
-        }
+    converted.init(getSize(), packing);
+    if (converted.m_pixels) {
+        const std::size_t n = std::size_t(m_width) * std::size_t(m_height);
+        Converter convert = hasPixels() ? converterFor(m_packing, packing) : nullptr;
+        if (convert)
+            convert(m_pixels, converted.m_pixels, n);
+        else
+            std::memset(converted.m_pixels, 0, converted.getByteCount());
     }
     out.swap(converted);
 }
