@@ -40,6 +40,20 @@ long long heapInUse() {
     return static_cast<long long>(info.uordblks + info.hblkhd);
 }
 
+// False when the heap statistics do not follow malloc (another allocator, or
+// a sanitizer's): then nothing is measured.
+bool heapIsMeasurable() {
+    static const bool measurable = [] {
+        constexpr long long kProbe = 1 << 20;
+        const long long before = heapInUse();
+        void* volatile block = std::malloc(kProbe);
+        const bool grew = heapInUse() - before >= kProbe;
+        std::free(block);
+        return grew;
+    }();
+    return measurable;
+}
+
 // What malloc may add to a block: its chunk header and alignment, or the
 // rounding of an mmap'd block to whole pages.
 constexpr long long kMallocSlack = 4096 + 64;
@@ -51,6 +65,13 @@ template <typename T, typename Make> long long bytesHeld(Make make) {
     const long long held = heapInUse() - before;
     benchmark::DoNotOptimize(&value);
     return held + static_cast<long long>(sizeof(T));
+}
+
+bool skipUnlessMeasurable(benchmark::State& state) {
+    if (heapIsMeasurable())
+        return false;
+    state.SkipWithError("heap statistics unavailable (not glibc's malloc)");
+    return true;
 }
 
 void setMemoryCounters(benchmark::State& state, long long bytes, long long elements) {
@@ -80,6 +101,8 @@ std::string checkBoolArray(long long n) {
 }
 
 void ZK_BoolArrayClear(benchmark::State& state) {
+    if (skipUnlessMeasurable(state))
+        return;
     const long long n = state.range(0);
     const std::string problem = checkBoolArray(n);
     if (!problem.empty()) {
@@ -94,6 +117,8 @@ void ZK_BoolArrayClear(benchmark::State& state) {
 }
 
 void Boost_BoolArrayClear(benchmark::State& state) {
+    if (skipUnlessMeasurable(state))
+        return;
     const long long n = state.range(0);
     setMemoryCounters(state, bytesHeld<Bitset>([n] { return Bitset(std::size_t(n)); }), n);
     for (auto _ : state) {
@@ -103,6 +128,8 @@ void Boost_BoolArrayClear(benchmark::State& state) {
 }
 
 void VecBool_BoolArrayClear(benchmark::State& state) {
+    if (skipUnlessMeasurable(state))
+        return;
     const long long n = state.range(0);
     setMemoryCounters(
         state, bytesHeld<std::vector<bool>>([n] { return std::vector<bool>(std::size_t(n)); }), n);
@@ -130,6 +157,8 @@ ZKImage initImage(int width, int height, _ZKImagePacking packing) {
 }
 
 void ZKImage_Init(benchmark::State& state, int width, int height, _ZKImagePacking packing) {
+    if (skipUnlessMeasurable(state))
+        return;
     const long long pixelBytes = static_cast<long long>(width) * height * ZKImage::depthOf(packing);
     const ZKImage image = initImage(width, height, packing);
     const long long held = bytesHeld<ZKImage>([=] { return initImage(width, height, packing); });
@@ -148,6 +177,8 @@ void ZKImage_Init(benchmark::State& state, int width, int height, _ZKImagePackin
 }
 
 void QImage_Init(benchmark::State& state, int width, int height, _ZKImagePacking packing) {
+    if (skipUnlessMeasurable(state))
+        return;
     const QImage::Format format = qtFormat(packing);
     setMemoryCounters(state, bytesHeld<QImage>([=] { return QImage(width, height, format); }),
                       static_cast<long long>(width) * height);
