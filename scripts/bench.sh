@@ -9,7 +9,7 @@
 #   ZKUTILS_BENCH_MIN_TIME     seconds each measurement runs at least (0.05)
 #   ZKUTILS_BENCH_REPETITIONS  repetitions per benchmark, interleaved at random
 #                              with the others of the program; the median is
-#                              shown (3)
+#                              shown (5)
 #   ZKUTILS_BENCH_TIME         cpu (default: CPU time of the process, the least
 #                              disturbed by other load) or real (wall time)
 # The JSON and console output of each program are kept in
@@ -18,7 +18,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 filter=${1:-}
 min_time=${ZKUTILS_BENCH_MIN_TIME:-0.05}
-repetitions=${ZKUTILS_BENCH_REPETITIONS:-3}
+repetitions=${ZKUTILS_BENCH_REPETITIONS:-5}
 time_kind=${ZKUTILS_BENCH_TIME:-cpu}
 
 scripts/deps.sh
