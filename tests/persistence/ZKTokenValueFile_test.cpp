@@ -188,3 +188,34 @@ TEST_F(TokenValueFileTest, FormatIsAlwaysUtf8) {
     file.setFileFormat(0); // kept: ignored
     EXPECT_EQ(file.getFileFormat(), 1);
 }
+
+TEST_F(TokenValueFileTest, LookupsAmongManyPairsKeepTheFirstMatchThroughEdits) {
+    QByteArray text;
+    for (int i = 0; i < 100; ++i)
+        text += "k" + QByteArray::number(i % 40) + "=" + QByteArray::number(i) + "\n";
+    ZKTokenValueFile file;
+    ASSERT_TRUE(file.bufferedParseFile(writeText(text)));
+    int v = -1;
+    EXPECT_TRUE(file.getInt("k7", v));
+    EXPECT_EQ(v, 7); // the first of k7's three pairs
+    EXPECT_TRUE(file.rmvTokenValue("k7"));
+    EXPECT_TRUE(file.getInt("k7", v));
+    EXPECT_EQ(v, 47);
+    EXPECT_TRUE(file.getInt("k39", v)); // pairs after the removed one moved down
+    EXPECT_EQ(v, 39);
+    file.addTokenValue("k39", 1000); // a later duplicate does not win
+    file.addTokenValue("fresh", 5);
+    EXPECT_TRUE(file.getInt("k39", v));
+    EXPECT_EQ(v, 39);
+    EXPECT_TRUE(file.getInt("fresh", v));
+    EXPECT_EQ(v, 5);
+    file.setTokenValue("k0", 9);
+    EXPECT_TRUE(file.getInt("k0", v));
+    EXPECT_EQ(v, 9);
+    EXPECT_FALSE(file.hasToken("k40"));
+    file.clear();
+    EXPECT_FALSE(file.hasToken("k1"));
+    file.addTokenValue("k1", 3);
+    EXPECT_TRUE(file.getInt("k1", v));
+    EXPECT_EQ(v, 3);
+}

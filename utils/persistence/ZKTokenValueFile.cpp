@@ -9,6 +9,9 @@ namespace {
 
 constexpr int kUtf8Format = 1;
 
+// From this many buffered pairs on, lookups go through a hash of the tokens.
+constexpr long long kIndexedPairs = 32;
+
 QString latin1(const char* text) {
     return QString::fromLatin1(text);
 }
@@ -43,6 +46,7 @@ void ZKTokenValueFile::clear() {
     m_tokensW.clear();
     m_valuesW.clear();
     m_valuesC.clear();
+    invalidateTokenIndex();
 }
 
 void ZKTokenValueFile::setFileFormat(int format) {
@@ -111,6 +115,16 @@ bool ZKTokenValueFile::bufferedParseFile(const ZKStringW& path) {
 long long ZKTokenValueFile::findToken(const char* token) const {
     const long long n = m_tokensC.size();
     const size_t length = std::strlen(token);
+    if (n >= kIndexedPairs) {
+        if (!m_tokenIndexValid) {
+            m_tokenIndex.clear();
+            m_tokenIndex.reserve(int(n));
+            for (long long i = n - 1; i >= 0; --i)
+                m_tokenIndex.insert(m_tokensC[i], i); // the first pair wins
+            m_tokenIndexValid = true;
+        }
+        return m_tokenIndex.value(QByteArray::fromRawData(token, int(length)), -1);
+    }
     for (long long i = 0; i < n; ++i) {
         const ZKStringC& t = m_tokensC[i];
         if (size_t(t.size()) == length && std::memcmp(t.constData(), token, length) == 0)
@@ -207,6 +221,8 @@ double ZKTokenValueFile::valueAsDouble(const ZKStringW& value) {
 
 void ZKTokenValueFile::appendPair(const ZKStringC& tokenC, const ZKStringW& tokenW,
                                   const ZKStringW& valueW, const ZKStringC& valueC) {
+    if (m_tokenIndexValid && !m_tokenIndex.contains(tokenC))
+        m_tokenIndex.insert(tokenC, m_tokensC.size());
     m_tokensC.push_back(tokenC);
     m_tokensW.push_back(tokenW);
     m_valuesW.push_back(valueW);
@@ -256,6 +272,7 @@ bool ZKTokenValueFile::rmvTokenValue(const char* token) {
     const long long i = findToken(token);
     if (i < 0)
         return false;
+    invalidateTokenIndex(); // later pairs move down by one
     m_tokensC.erase(i);
     m_tokensW.erase(i);
     m_valuesW.erase(i);

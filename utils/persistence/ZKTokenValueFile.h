@@ -25,6 +25,8 @@
 #include "ZKStringC.h"
 #include "ZKStringW.h"
 
+#include <QHash>
+
 #include <cstdio>
 
 class ZKUTILS_EXPORT ZKTokenValueFile {
@@ -126,7 +128,9 @@ public:
     bool writeBufferedTokens(const ZKStringW& path);
 
 private:
+    // Index of the first pair with exactly these token bytes, -1 when none.
     long long findToken(const char* token) const;
+    void invalidateTokenIndex() { m_tokenIndexValid = false; }
     // Stores convert(index of the token's first pair) in value when found.
     template <typename T, typename Convert>
     bool getValue(const char* token, T& value, Convert convert) const;
@@ -142,4 +146,9 @@ private:
     ZKArray<ZKStringW> m_valuesW;
     ZKArray<ZKStringC> m_valuesC;
     int m_nbEmptyValues = 0;
+    // Token bytes -> index of their first pair, built on the first lookup among
+    // many pairs so that queries need not walk every token; it only speeds the
+    // first-match-wins search up and never changes its answer.
+    mutable QHash<QByteArray, long long> m_tokenIndex;
+    mutable bool m_tokenIndexValid = false;
 };
