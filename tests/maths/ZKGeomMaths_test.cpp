@@ -43,14 +43,11 @@ TEST(ZKGeomMaths, PointLineAndPointPlaneDistances) {
     EXPECT_EQ(nearest, ZKVec3f(1, 5, 0));
     EXPECT_EQ(t, 5.0f);
     EXPECT_EQ(ZKGeomMaths::sqrDistance_PointLine(ZKVec3f(4, -2, 4), line), 25.0f);
-    const ZKLine3d lineD(line);
-    EXPECT_EQ(ZKGeomMaths::distance_PointLine(ZKVec3d(1, 7, 2), lineD), 2.0);
 
     EXPECT_EQ(ZKGeomMaths::distance_PointPoint(ZKVec3f(1, 2, 3), ZKVec3f(4, 6, 3)), 5.0f);
     // The normal need not be unit: the plane 2z − 4 = 0 is z = 2.
     const ZKPlane3f plane(ZKVec3f(0, 0, 2), -4.0f);
     EXPECT_EQ(ZKGeomMaths::distance_PointPlane(ZKVec3f(9, 9, -1), plane), 3.0f);
-    EXPECT_EQ(ZKGeomMaths::distance_PointPlane(ZKVec3d(9, 9, 5), ZKPlane3d(plane)), 3.0);
 }
 
 TEST(ZKGeomMaths, PointSegmentDistanceByRegion) {
@@ -64,7 +61,6 @@ TEST(ZKGeomMaths, PointSegmentDistanceByRegion) {
     EXPECT_EQ(nearest, ZKVec3f(1, 0, 0));
     EXPECT_EQ(t, 0.25f);
     EXPECT_EQ(ZKGeomMaths::distance_PointSeg(ZKVec3f(7, 0, 4), seg.p0, seg.p1), 5.0f);
-    EXPECT_EQ(ZKGeomMaths::distance_PointSeg(ZKVec3d(7, 0, 4), ZKSegment3d(seg)), 5.0);
     double tD = -1;
     EXPECT_EQ(ZKGeomMaths::distance_PointSeg(ZKVec3d(3, -1, 0), ZKSegment3d(seg), tD), 1.0);
     EXPECT_EQ(tD, 0.75);
@@ -115,9 +111,6 @@ TEST(ZKGeomMaths, LinePlaneFloatAndDoubleParametersHaveOppositeSigns) {
     EXPECT_EQ(ZKGeomMaths::inter_LinePlane(untouched, tUntouched, above, plane), 3u);
     EXPECT_EQ(untouched, ZKVec3f(7, 7, 7));
     EXPECT_EQ(tUntouched, 42.0f);
-    double tdUntouched = 42;
-    EXPECT_EQ(ZKGeomMaths::inter_LinePlane(pd, tdUntouched, ZKLine3d(above), ZKPlane3d(plane)), 3u);
-    EXPECT_EQ(tdUntouched, 42.0);
     // The 1e-5 threshold applies to n·dir as it stands (the normal is not unit).
     const ZKLine3f grazing(ZKVec3f(0, 0, 0), ZKVec3f(1, 0, 2e-5f));
     EXPECT_EQ(ZKGeomMaths::inter_LinePlane(pf, tf, grazing, plane), 1u);
@@ -162,15 +155,6 @@ TEST(ZKGeomMaths, SegmentPlaneRangeTestRunsOnTheNegatedFraction) {
     const ZKSegment3f lifted(ZKVec3f(0, 0, 1), ZKVec3f(0, 4, 1));
     EXPECT_EQ(ZKGeomMaths::inter_SegPlane(out, t, lifted, plane, 0.1f), 3u);
     EXPECT_EQ(t, 0.75f);
-
-    // The double form behaves the same.
-    ZKVec3d outD;
-    double tD = 0;
-    EXPECT_EQ(ZKGeomMaths::inter_SegPlane(outD, tD, ZKSegment3d(through), ZKPlane3d(plane), 0.1),
-              2u);
-    EXPECT_EQ(tD, -0.5);
-    EXPECT_EQ(ZKGeomMaths::inter_SegPlane(outD, tD, ZKSegment3d(ahead), ZKPlane3d(plane), 0.0), 1u);
-    EXPECT_EQ(tD, 0.25);
 }
 
 TEST(ZKGeomMaths, AxisPlaneAndAxisSegmentCrossings) {
@@ -184,9 +168,6 @@ TEST(ZKGeomMaths, AxisPlaneAndAxisSegmentCrossings) {
     EXPECT_EQ(inter_LinePlaneXY(t, line, 3.05f, 0.1f), 5u);
     EXPECT_EQ(inter_LinePlaneXY(t, line, 4.0f, 0.1f), 3u);
     EXPECT_EQ(t, 99.0f);
-    double td = 0;
-    EXPECT_EQ(inter_LinePlaneYZ(td, ZKLine3d(line), -1.0, 1e-9), 1u);
-    EXPECT_EQ(td, -1.0);
 
     float y = 99;
     // A vertical input segment on the line x: 4, nothing written.
@@ -214,7 +195,6 @@ TEST(ZKGeomMaths, PolygonEvenOddTest) {
                               ZKVec3f(0, 1, 0)};
     EXPECT_TRUE(ZKGeomMaths::pointIsIn_Polygon_2d(ZKVec3f(0.5f, 0.5f, 9), square, square + 4));
     EXPECT_FALSE(ZKGeomMaths::pointIsIn_Polygon_2d(ZKVec3f(1.5f, 0.5f, 0), square, square + 4));
-    EXPECT_FALSE(ZKGeomMaths::pointIsIn_Polygon_2d(ZKVec3f(0.5f, -0.5f, 0), square, square + 4));
     // Kept: the edge test compares prev.x with >= and cur.x with >, so for a
     // point straight below a vertex that vertex counts twice or not at all:
     // inside comes out outside and outside inside.
@@ -283,7 +263,6 @@ TEST(ZKGeomMaths, TrianglesProjectionsAndBarycenter) {
     EXPECT_TRUE(ZKGeomMaths::pointIsIn_Triangle_2d(ZKVec2f(1, 1), a, b, c));
     EXPECT_TRUE(ZKGeomMaths::pointIsIn_Triangle_2d(ZKVec2f(1, 1), a, c, b)); // either orientation
     EXPECT_TRUE(ZKGeomMaths::pointIsIn_Triangle_2d(ZKVec2f(2, 2), a, b, c)); // on the border
-    EXPECT_TRUE(ZKGeomMaths::pointIsIn_Triangle_2d(b, a, b, c));
     EXPECT_FALSE(ZKGeomMaths::pointIsIn_Triangle_2d(ZKVec2f(2.5f, 2), a, b, c));
     EXPECT_FALSE(ZKGeomMaths::pointIsIn_Triangle_2d(ZKVec2f(-0.1f, 1), a, b, c));
     EXPECT_FALSE(
@@ -298,9 +277,6 @@ TEST(ZKGeomMaths, TrianglesProjectionsAndBarycenter) {
     out = ZKVec3f(9, 9, 9);
     EXPECT_FALSE(ZKGeomMaths::projectionOrthoOn_Plane(out, ZKVec3f(3, 5, -1), ZKPlane3f()));
     EXPECT_EQ(out, ZKVec3f(9, 9, 9));
-    ZKVec3d outD;
-    ASSERT_TRUE(ZKGeomMaths::projectionOrthoOn_Plane(outD, ZKVec3d(3, -5, 2), ZKPlane3d(plane)));
-    EXPECT_EQ(outD, ZKVec3d(3, 1, 2));
 
     ASSERT_TRUE(ZKGeomMaths::projectPointOn_TriPlane(out, ZKVec3f(1, 2, 3), ZKVec3f(0, 0, 1),
                                                      ZKVec3f(1, 0, 1), ZKVec3f(0, 1, 1)));
@@ -315,6 +291,4 @@ TEST(ZKGeomMaths, TrianglesProjectionsAndBarycenter) {
     EXPECT_EQ(out, ZKVec3f(2, 2, 1));
     EXPECT_FALSE(ZKGeomMaths::getBarycenter(out, ZKArray<ZKVec3f>()));
     EXPECT_EQ(out, ZKVec3f(2, 2, 1));
-    ASSERT_TRUE(ZKGeomMaths::getBarycenter(outD, ZKArray<ZKVec3d>{ZKVec3d(1, 1, 1)}));
-    EXPECT_EQ(outD, ZKVec3d(1, 1, 1));
 }

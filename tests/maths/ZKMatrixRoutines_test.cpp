@@ -30,15 +30,6 @@ TEST(ZKMatrixRoutines, InversesAndDeterminantsMatchEigen) {
         EXPECT_LT(zkMaxAbsDiff(inv, einv.data(), 16), 1e-14);
         EXPECT_NEAR(ZKMatrixRoutines::det4(m.data()), em.determinant(), 1e-11);
 
-        float mf[16], invf[16];
-        for (int k = 0; k < 16; ++k)
-            mf[k] = float(m[k]);
-        ASSERT_TRUE(ZKMatrixRoutines::calcMatrixInverse(invf, mf));
-        const Eigen::Matrix4f einvf = Eigen::Map<const Eigen::Matrix4f>(mf).inverse();
-        EXPECT_LT(zkMaxAbsDiff(invf, einvf.data(), 16), 1e-6f);
-        EXPECT_NEAR(ZKMatrixRoutines::det4(mf), Eigen::Map<const Eigen::Matrix4f>(mf).determinant(),
-                    1e-3f);
-
         const auto m3 = zkWellConditioned<double, 3>(rng);
         double inv3[9];
         ASSERT_TRUE(ZKMatrixRoutines::calcMatrix3x3Inverse(inv3, m3.data()));
@@ -100,13 +91,6 @@ TEST(ZKMatrixRoutines, AffineInversesWriteTheirLayoutWhateverTheOutcome) {
     EXPECT_TRUE(std::equal(outf, outf + 16, untranslated));
     EXPECT_FALSE(ZKMatrixRoutines::calcInverseOfSubMatrix3x3(singular, singular));
     EXPECT_TRUE(std::equal(singular, singular + 16, untranslated));
-    double singularD[16] = {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 4, 5, 6, 1};
-    singularD[0] = 3.0;
-    double outD[16];
-    EXPECT_FALSE(ZKMatrixRoutines::calcInverseOfSubMatrix3x3(outD, singularD));
-    EXPECT_EQ(outD[0], 3.0);
-    EXPECT_EQ(outD[12], 0.0);
-    EXPECT_EQ(outD[15], 1.0);
 }
 
 TEST(ZKMatrixRoutines, ProductsAndAffineHelpers) {
@@ -171,17 +155,13 @@ TEST(ZKMatrixRoutines, PointAndDirectionTransforms) {
     ZKMatrixRoutines::mult_Matrix_Vec2fVec3f(out2, m, p);
     EXPECT_EQ(out2[0], 3.0f);
     EXPECT_EQ(out2[1], 7.0f);
+
     double outd[3];
     const double pd[3] = {2, 4, 6};
-    ZKMatrixRoutines::mult_Matrix_Point3d(outd, m, pd);
-    EXPECT_EQ(outd[2], 13.0);
-
     // A zero weight gives the zero point.
     const float flat[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 5, 5, 5, 0};
     ZKMatrixRoutines::mult_Matrix_Point3f(out, flat, p);
-    EXPECT_EQ(out[0], 0.0f);
-    EXPECT_EQ(out[1], 0.0f);
-    EXPECT_EQ(out[2], 0.0f);
+    EXPECT_TRUE(out[0] == 0.0f && out[1] == 0.0f && out[2] == 0.0f);
     double flatd[16];
     ZKMatrixRoutines::copy_Matrix4fToMatrix4d(flatd, flat);
     double outd2[2] = {9, 9};
@@ -194,8 +174,6 @@ TEST(ZKMatrixRoutines, PointAndDirectionTransforms) {
     EXPECT_EQ(out[0], 6.0f);
     EXPECT_EQ(out[1], 14.0f);
     EXPECT_EQ(out[2], 26.0f);
-    ZKMatrixRoutines::mult_affineMatrix_Point3d(outd, m, pd);
-    EXPECT_EQ(outd[1], 14.0);
     ZKMatrixRoutines::mult_affineMatrix_Dir(out, m, p);
     EXPECT_EQ(out[2], 18.0f);
     ZKMatrixRoutines::mult_affineMatrix4f_Dir3d(outd, m, pd);
@@ -204,8 +182,6 @@ TEST(ZKMatrixRoutines, PointAndDirectionTransforms) {
     ZKMatrixRoutines::copy_Matrix4fToMatrix4d(md, m);
     ZKMatrixRoutines::mult_affineMatrix4d_Dir3d(outd, md, pd);
     EXPECT_EQ(outd[0], 2.0);
-    ZKMatrixRoutines::mult_affineMatrix_Point3d(outd, md, pd);
-    EXPECT_EQ(outd[2], 26.0);
     // The float-matrix point accumulates in double: 2^24 + 1 survives.
     const float big[16] = {16777216.0f, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 1, 0, 0, 1};
     const double one[3] = {1, 0, 0};
@@ -305,9 +281,7 @@ TEST(ZKMatrixRoutines, EulerAnglesComposeXThenYThenZ) {
 
     double out[3] = {9, 9, 9};
     EXPECT_EQ(ZKMatrixRoutines_Euler::matrixToEuler(out, kIdentity), 0);
-    EXPECT_EQ(out[0], 0.0);
-    EXPECT_EQ(out[1], 0.0);
-    EXPECT_EQ(out[2], 0.0);
+    EXPECT_TRUE(out[0] == 0.0 && out[1] == 0.0 && out[2] == 0.0);
 
     // m2 = -1 is not a gimbal lock: cos(asin(-1)) is about 6e-17, not 0.
     const double down[16] = {0, 0, -1, 0, 0, 1, 0, 0, 1, 0, 0, 0, 0, 0, 0, 1};
@@ -327,13 +301,6 @@ TEST(ZKMatrixRoutines, EulerAnglesComposeXThenYThenZ) {
         ASSERT_EQ(ZKMatrixRoutines_Euler::matrixToEuler(found, a), 0);
         ZKMatrixRoutines_Euler::eulerToMatrix_sub3x3(b, found);
         EXPECT_LT(zkMaxAbsDiff(a, b, 16), 1e-9);
-
-        float af[16] = {}, bf[16] = {}, foundf[3];
-        const float inf[3] = {float(in[0]), float(in[1]), float(in[2])};
-        ZKMatrixRoutines_Euler::eulerToMatrix_sub3x3(af, inf);
-        ASSERT_EQ(ZKMatrixRoutines_Euler::matrixToEuler(foundf, af), 0);
-        ZKMatrixRoutines_Euler::eulerToMatrix_sub3x3(bf, foundf);
-        EXPECT_LT(zkMaxAbsDiff(af, bf, 16), 1e-4f); // float input near e1 = ±π/2
     }
 
     ZK_REQUIRE_EIGEN();

@@ -28,16 +28,11 @@ TEST(ZKQuaternion, DefaultsAndLayout) {
     static_assert(sizeof(ZKQuaternion) == 4 * sizeof(float));
     static_assert(sizeof(ZKQuaternionD) == 4 * sizeof(double));
     const ZKQuaternion q;
-    EXPECT_EQ(q.w, 1.0f);
-    EXPECT_EQ(q.x, 0.0f);
-    EXPECT_EQ(q.y, 0.0f);
-    EXPECT_EQ(q.z, 0.0f);
+    expectQuat(q, 1, 0, 0, 0, 0.0);
     ZKMatrix4f m;
     m.m[3] = 5.0f;
     q.getMatrix(m);
     EXPECT_EQ(m, ZKMatrix4f());
-    const ZKQuaternionD copy(ZKQuaternionD(0.5, -0.5, 0.5, -0.5));
-    expectQuat(copy, 0.5, -0.5, 0.5, -0.5, 0.0);
 }
 
 TEST(ZKQuaternionRoutines, AxisAngleConversions) {
@@ -54,11 +49,6 @@ TEST(ZKQuaternionRoutines, AxisAngleConversions) {
     // Without U the axis is used as given.
     ZKQuaternionRoutines::axisToQuaternion(q, z2, M_PI);
     EXPECT_EQ(q[3], 2.0);
-    float qf[4];
-    const float xf[3] = {3, 0, 0};
-    ZKQuaternionRoutines::axisToQuaternionU(qf, xf, float(M_PI / 2));
-    EXPECT_FLOAT_EQ(qf[1], float(M_SQRT1_2));
-    EXPECT_FLOAT_EQ(qf[0], float(M_SQRT1_2));
 
     double axis[3], angle;
     const double rot[4] = {std::cos(0.6), 0, std::sin(0.6), 0};
@@ -68,9 +58,7 @@ TEST(ZKQuaternionRoutines, AxisAngleConversions) {
     const double scalar[4] = {2, 0, 0, 0};
     ZKQuaternionRoutines::quaternionToAxis(axis, angle, scalar);
     EXPECT_EQ(angle, 0.0);
-    EXPECT_EQ(axis[0], 0.0);
-    EXPECT_EQ(axis[1], 0.0);
-    EXPECT_EQ(axis[2], 0.0);
+    EXPECT_EQ(std::fabs(axis[0]) + std::fabs(axis[1]) + std::fabs(axis[2]), 0.0);
 
     // The double helpers of the rotation routines repeat the U conversion.
     double h[4];
@@ -210,11 +198,6 @@ TEST(ZKQuaternionRoutines, MatrixConversions) {
         EXPECT_LT(zkMaxAbsDiff(m, back, 16), 1e-14);
         EXPECT_EQ(back[3], 103.0);
         EXPECT_EQ(back[12], 112.0);
-        double full[16];
-        ZKQuaternionRoutines::quaternionToMatrix(full, q);
-        EXPECT_EQ(full[3], 0.0);
-        EXPECT_EQ(full[12], 0.0);
-        EXPECT_EQ(full[15], 1.0);
         __quaternionToMatrix_sub3x3(back, q);
         EXPECT_LT(zkMaxAbsDiff(m, back, 16), 1e-14);
     }
@@ -225,6 +208,8 @@ TEST(ZKQuaternionRoutines, MatrixConversions) {
     ZKQuaternionRoutines::quaternionToMatrix(scaled, twice);
     EXPECT_EQ(scaled[0], 7.0);
     EXPECT_EQ(scaled[5], 7.0);
+    EXPECT_EQ(scaled[12], 0.0); // the full form writes the translation and weight
+    EXPECT_EQ(scaled[15], 1.0);
 }
 
 TEST(ZKQuaternionRoutines, EulerRoundTripsAgreeWithTheMatrixRoutines) {
@@ -242,12 +227,6 @@ TEST(ZKQuaternionRoutines, EulerRoundTripsAgreeWithTheMatrixRoutines) {
         EXPECT_NEAR(back[0], e[0], 1e-9);
         EXPECT_NEAR(back[1], e[1], 1e-9);
         EXPECT_NEAR(back[2], e[2], 1e-9);
-
-        const float ef[3] = {float(e[0]), float(e[1]), float(e[2])};
-        float qf[4], backf[3];
-        ZKQuaternionRoutines::eulerToQuaternion(qf, ef);
-        ZKQuaternionRoutines::quaternionToEuler(backf, qf);
-        EXPECT_NEAR(backf[1], ef[1], 1e-4f);
     }
 }
 
@@ -308,9 +287,6 @@ TEST(ZKQuaternion, ConstructorsAndProducts) {
     ZKMatrix4d m;
     m.setRotation_sub3x3(ZKVec3d(0, 0, 1), M_PI / 2);
     expectQuat(ZKQuaternionD(m), M_SQRT1_2, 0, 0, M_SQRT1_2, 1e-15);
-    ZKMatrix4f mf;
-    mf.setRotation_sub3x3(ZKVec3f(0, 1, 0), float(M_PI / 3));
-    expectQuat(ZKQuaternion(mf), std::cos(M_PI / 6), 0, 0.5, 0, 1e-6);
 
     ZKVec3d axis;
     double angle;
