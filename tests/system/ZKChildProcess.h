@@ -1,22 +1,16 @@
-// Test support for the process tests: the test executable doubles as the
-// helper program. Started with the environment that ZKChildEnvironment sets,
-// a copy of it runs only the disabled test named there (see
-// ZKSystemServer_test.cpp), which records its arguments to a file and waits
-// for a stop file. Copies live in a temporary folder so that a search by
-// executable path finds the child, never the test process itself.
+// Test support for the process tests: a copy of the test executable, started
+// under ZKChildEnvironment, runs only the disabled test named there, which
+// records its arguments to a file and waits for a stop file.
 #pragma once
 
-#include <QByteArray>
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
-#include <QString>
 #include <QStringList>
 #include <QThread>
 
 #include <functional>
-#include <utility>
 #include <vector>
 
 // Sets or unsets environment variables for its lifetime.
@@ -25,34 +19,26 @@ public:
     ZKEnvGuard() = default;
     ZKEnvGuard(const char* name, const QByteArray& value) { set(name, value); }
     ~ZKEnvGuard() {
-        for (auto it = m_saved.rbegin(); it != m_saved.rend(); ++it) {
-            if (it->hadValue)
-                qputenv(it->name.constData(), it->value);
-            else
-                qunsetenv(it->name.constData());
-        }
+        for (auto it = m_saved.rbegin(); it != m_saved.rend(); ++it)
+            it->had ? void(qputenv(it->name, it->value)) : void(qunsetenv(it->name));
     }
     ZKEnvGuard(const ZKEnvGuard&) = delete;
     ZKEnvGuard& operator=(const ZKEnvGuard&) = delete;
-
     void set(const char* name, const QByteArray& value) {
-        save(name);
+        m_saved.push_back({name, qEnvironmentVariableIsSet(name), qgetenv(name)});
         qputenv(name, value);
     }
     void unset(const char* name) {
-        save(name);
+        m_saved.push_back({name, qEnvironmentVariableIsSet(name), qgetenv(name)});
         qunsetenv(name);
     }
 
 private:
     struct Saved {
-        QByteArray name;
-        bool hadValue;
+        const char* name;
+        bool had;
         QByteArray value;
     };
-    void save(const char* name) {
-        m_saved.push_back({name, qEnvironmentVariableIsSet(name), qgetenv(name)});
-    }
     std::vector<Saved> m_saved;
 };
 
@@ -60,15 +46,13 @@ private:
 inline bool zkWaitFor(const std::function<bool()>& done, int timeoutMs = 30000) {
     QElapsedTimer timer;
     timer.start();
-    while (!done()) {
+    for (; !done(); QThread::msleep(10))
         if (timer.elapsed() > timeoutMs)
             return false;
-        QThread::msleep(10);
-    }
     return true;
 }
 
-// A copy of the running test executable at folder/name (executable).
+// A copy of the running test executable at folder/name.
 inline QString zkCopyOfTestExecutable(const QString& folder, const QString& name) {
     const QString copy = folder + QLatin1Char('/') + name;
     if (!QFile::copy(QCoreApplication::applicationFilePath(), copy))
@@ -77,8 +61,8 @@ inline QString zkCopyOfTestExecutable(const QString& folder, const QString& name
     return QFileInfo(copy).canonicalFilePath();
 }
 
-// While alive, programs started from this process run as the recording child
-// (the disabled test `filter`) writing to `recordFile`.
+// While alive, programs started from this process run the disabled test
+// `filter`, writing to `recordFile`.
 class ZKChildEnvironment {
 public:
     explicit ZKChildEnvironment(const QString& recordFile,
@@ -92,34 +76,28 @@ private:
     ZKEnvGuard m_env;
 };
 
-// What a recording child wrote: its arguments (and its working folder);
-// false while the child has not written yet.
-inline bool zkReadChildRecord(const QString& recordFile, QStringList& arguments,
-                              QString* workingFolder = nullptr) {
-    QFile file(recordFile);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
-    if (lines.size() < 2 || lines.takeFirst() != QLatin1String("started"))
-        return false;
-    const QString folder = lines.takeFirst();
-    if (workingFolder)
-        *workingFolder = folder;
-    if (!lines.isEmpty() && lines.last().isEmpty())
-        lines.removeLast();
-    arguments = lines;
-    return true;
-}
-
-// Waits for the child's record; false after the timeout.
+// Waits for a recording child's arguments (and working folder); false after
+// the timeout.
 inline bool zkWaitForChildRecord(const QString& recordFile, QStringList& arguments,
                                  QString* workingFolder = nullptr) {
-    return zkWaitFor([&] { return zkReadChildRecord(recordFile, arguments, workingFolder); });
+    return zkWaitFor([&] {
+        QFile file(recordFile);
+        if (!file.open(QIODevice::ReadOnly))
+            return false;
+        QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+        if (lines.size() < 2 || lines.takeFirst() != QLatin1String("started"))
+            return false;
+        const QString folder = lines.takeFirst();
+        if (workingFolder)
+            *workingFolder = folder;
+        if (!lines.isEmpty() && lines.last().isEmpty())
+            lines.removeLast();
+        arguments = lines;
+        return true;
+    });
 }
 
 // Tells a recording child to exit.
 inline void zkStopChild(const QString& recordFile) {
-    QFile stop(recordFile + QStringLiteral(".stop"));
-    if (stop.open(QIODevice::WriteOnly))
-        stop.close();
+    QFile(recordFile + QStringLiteral(".stop")).open(QIODevice::WriteOnly);
 }

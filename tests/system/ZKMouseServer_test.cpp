@@ -7,8 +7,7 @@
 
 #include <gtest/gtest.h>
 
-// The hook QtTest uses to inject a window-system mouse event; delivered
-// synchronously, it updates QGuiApplication::mouseButtons() as a real press does.
+// QtTest's hook for a window-system mouse event (updates mouseButtons()).
 Q_GUI_EXPORT void qt_handleMouseEvent(QWindow* window, const QPointF& local, const QPointF& global,
                                       Qt::MouseButtons state, Qt::MouseButton button,
                                       QEvent::Type type, Qt::KeyboardModifiers mods, int timestamp);
@@ -55,8 +54,6 @@ TEST(ZKMouseServer, ButtonsAreQtsLeftRightAndMiddleShiftedBy8) {
 
 TEST(ZKMouseServer, CursorPositionIsReadButNeverMoved) {
     QCursor::setPos(123, 45);
-    EXPECT_EQ(ZKMouseServer::getCursorPos().x, 123);
-    EXPECT_EQ(ZKMouseServer::getCursorPos().y, 45);
     // setCursorPos is empty on purpose: the cursor stays where it was.
     ZKMouseServer::setCursorPos(ZKVec2i(5, 6));
     const ZKVec2i pos = ZKMouseServer::getCursorPos();
