@@ -4,7 +4,10 @@
 
 #include <array>
 #include <cmath>
+#include <initializer_list>
 #include <random>
+
+#include <gtest/gtest.h>
 
 #ifdef ZK_TESTS_HAVE_EIGEN
 #include <Eigen/Dense>
@@ -42,4 +45,14 @@ template <typename T> T zkMaxAbsDiff(const T* a, const T* b, int count) {
     for (int i = 0; i < count; ++i)
         worst = std::fmax(worst, std::fabs(a[i] - b[i]));
     return worst;
+}
+
+// Every element of v equals the expected list exactly (tol 0) or within tol.
+template <typename T>
+void zkExpectValues(const T* v, std::initializer_list<double> expected, double tol = 0.0) {
+    int i = 0;
+    for (double e : expected) {
+        EXPECT_NEAR(double(v[i]), e, tol) << "element " << i;
+        ++i;
+    }
 }

@@ -148,36 +148,30 @@ TEST(ZKMatrixRoutines, PointAndDirectionTransforms) {
     const float p[3] = {2, 4, 6};
     float out[3];
     ZKMatrixRoutines::mult_Matrix_Point3f(out, m, p);
-    EXPECT_EQ(out[0], 3.0f);
-    EXPECT_EQ(out[1], 7.0f);
-    EXPECT_EQ(out[2], 13.0f);
+    zkExpectValues(out, {3, 7, 13});
     float out2[2];
     ZKMatrixRoutines::mult_Matrix_Vec2fVec3f(out2, m, p);
-    EXPECT_EQ(out2[0], 3.0f);
-    EXPECT_EQ(out2[1], 7.0f);
+    zkExpectValues(out2, {3, 7});
 
     double outd[3];
     const double pd[3] = {2, 4, 6};
     // A zero weight gives the zero point.
     const float flat[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 5, 5, 5, 0};
     ZKMatrixRoutines::mult_Matrix_Point3f(out, flat, p);
-    EXPECT_TRUE(out[0] == 0.0f && out[1] == 0.0f && out[2] == 0.0f);
+    zkExpectValues(out, {0, 0, 0});
     double flatd[16];
     ZKMatrixRoutines::copy_Matrix4fToMatrix4d(flatd, flat);
     double outd2[2] = {9, 9};
     ZKMatrixRoutines::mult_Matrix_Vec2dVec3d(outd2, flatd, pd);
-    EXPECT_EQ(outd2[0], 0.0);
-    EXPECT_EQ(outd2[1], 0.0);
+    zkExpectValues(outd2, {0, 0});
 
     // Affine forms ignore the last row; directions ignore the translation.
     ZKMatrixRoutines::mult_affineMatrix_Point3f(out, m, p);
-    EXPECT_EQ(out[0], 6.0f);
-    EXPECT_EQ(out[1], 14.0f);
-    EXPECT_EQ(out[2], 26.0f);
+    zkExpectValues(out, {6, 14, 26});
     ZKMatrixRoutines::mult_affineMatrix_Dir(out, m, p);
-    EXPECT_EQ(out[2], 18.0f);
+    zkExpectValues(out, {2, 8, 18});
     ZKMatrixRoutines::mult_affineMatrix4f_Dir3d(outd, m, pd);
-    EXPECT_EQ(outd[1], 8.0);
+    zkExpectValues(outd, {2, 8, 18});
     double md[16];
     ZKMatrixRoutines::copy_Matrix4fToMatrix4d(md, m);
     ZKMatrixRoutines::mult_affineMatrix4d_Dir3d(outd, md, pd);
@@ -281,7 +275,7 @@ TEST(ZKMatrixRoutines, EulerAnglesComposeXThenYThenZ) {
 
     double out[3] = {9, 9, 9};
     EXPECT_EQ(ZKMatrixRoutines_Euler::matrixToEuler(out, kIdentity), 0);
-    EXPECT_TRUE(out[0] == 0.0 && out[1] == 0.0 && out[2] == 0.0);
+    zkExpectValues(out, {0, 0, 0});
 
     // m2 = -1 is not a gimbal lock: cos(asin(-1)) is about 6e-17, not 0.
     const double down[16] = {0, 0, -1, 0, 0, 1, 0, 0, 1, 0, 0, 0, 0, 0, 0, 1};

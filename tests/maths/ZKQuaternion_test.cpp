@@ -39,13 +39,11 @@ TEST(ZKQuaternionRoutines, AxisAngleConversions) {
     double q[4];
     const double z2[3] = {0, 0, 2};
     ZKQuaternionRoutines::axisToQuaternionU(q, z2, M_PI);
+    zkExpectValues(q + 1, {0, 0, 1});
     EXPECT_NEAR(q[0], 0.0, 1e-15);
-    EXPECT_EQ(q[1], 0.0);
-    EXPECT_EQ(q[3], 1.0);
     const double tiny[3] = {0, 0, 1e-8};
     ZKQuaternionRoutines::axisToQuaternionU(q, tiny, 1.0);
-    EXPECT_EQ(q[0], 1.0);
-    EXPECT_EQ(q[3], 0.0);
+    zkExpectValues(q, {1, 0, 0, 0});
     // Without U the axis is used as given.
     ZKQuaternionRoutines::axisToQuaternion(q, z2, M_PI);
     EXPECT_EQ(q[3], 2.0);
@@ -117,21 +115,17 @@ TEST(ZKQuaternionRoutines, HamiltonProductMatchesMatrixComposition) {
     float conj[4], invU[4], inv[4], sum[4], diff[4], dot;
     ZKQuaternionRoutines::conjugateQuaternion(conj, q);
     ZKQuaternionRoutines::inverseQuaternionU(invU, q);
-    EXPECT_EQ(conj[0], 2.0f);
-    EXPECT_EQ(conj[3], -3.0f);
-    for (int n = 0; n < 4; ++n)
-        EXPECT_EQ(conj[n], invU[n]);
+    zkExpectValues(conj, {2, -1, 1, -3});
+    zkExpectValues(invU, {2, -1, 1, -3});
     ZKQuaternionRoutines::inverseQuaternion(inv, q); // conj / 15
     EXPECT_FLOAT_EQ(inv[2], 1.0f / 15.0f);
     const float zero[4] = {0, 0, 0, 0};
     ZKQuaternionRoutines::inverseQuaternion(inv, zero);
-    EXPECT_EQ(inv[0], 0.0f);
-    EXPECT_EQ(inv[1], 0.0f);
+    zkExpectValues(inv, {0, 0, 0, 0});
     ZKQuaternionRoutines::addQuaternions(sum, q, conj);
-    EXPECT_EQ(sum[0], 4.0f);
-    EXPECT_EQ(sum[1], 0.0f);
+    zkExpectValues(sum, {4, 0, 0, 0});
     ZKQuaternionRoutines::subQuaternions(diff, q, conj);
-    EXPECT_EQ(diff[3], 6.0f);
+    zkExpectValues(diff, {0, 2, -2, 6});
     ZKQuaternionRoutines::dotQuaternions(dot, q, conj);
     EXPECT_EQ(dot, 4.0f - 1.0f - 1.0f - 9.0f);
 }
@@ -140,22 +134,19 @@ TEST(ZKQuaternionRoutines, MatrixConversions) {
     double q[4];
     const double identity[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
     ZKQuaternionRoutines::RotMatrixToQuaternion(q, identity);
-    EXPECT_EQ(q[0], 1.0);
-    EXPECT_EQ(q[1], 0.0);
+    zkExpectValues(q, {1, 0, 0, 0});
 
     // Half turns take the w = 0 branches.
     const double halfZ[16] = {-1, 0, 0, 0, 0, -1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
     ZKQuaternionRoutines::RotMatrixToQuaternion(q, halfZ);
-    EXPECT_EQ(q[0], 0.0);
-    EXPECT_EQ(q[3], 1.0);
+    zkExpectValues(q, {0, 0, 0, 1});
     const double halfX[16] = {1, 0, 0, 0, 0, -1, 0, 0, 0, 0, -1, 0, 0, 0, 0, 1};
     ZKQuaternionRoutines::RotMatrixToQuaternion(q, halfX);
-    EXPECT_EQ(q[1], 1.0);
+    zkExpectValues(q, {0, 1, 0, 0});
     const float halfY[16] = {-1, 0, 0, 0, 0, 1, 0, 0, 0, 0, -1, 0, 0, 0, 0, 1};
     float qf[4];
     ZKQuaternionRoutines::RotMatrixToQuaternion(qf, halfY);
-    EXPECT_EQ(qf[2], 1.0f);
-    EXPECT_EQ(qf[0], 0.0f);
+    zkExpectValues(qf, {0, 0, 1, 0});
 
     // kept: in the m10 case the major component receives f, not s. For the
     // half turn about (1, 0, 1)/√2 this gives (0, 2/√5, 0, 1/√5), not the
