@@ -24,18 +24,12 @@ const int* storageOf(const ZKStaticArray<int>& values) {
 
 } // namespace
 
-TEST(ZKArray, LayoutIsThreePointersAndZeroedIsEmpty) {
-    static_assert(sizeof(ZKStaticArray<int>) == 3 * sizeof(void*));
-    static_assert(sizeof(ZKArray<double>) == 3 * sizeof(void*));
-    ZKArray<int> a;
-    EXPECT_TRUE(a.empty());
-    EXPECT_EQ(a.size(), 0);
-    EXPECT_EQ(a.capacity(), 0);
-    EXPECT_EQ(a.data(), nullptr);
-}
+static_assert(sizeof(ZKStaticArray<int>) == 3 * sizeof(void*));
+static_assert(sizeof(ZKArray<double>) == 3 * sizeof(void*));
 
 TEST(ZKArray, GrowthDoublesTheCapacityOrTakesTheRequiredCount) {
     ZKArray<int> a;
+    EXPECT_EQ(a.data(), nullptr);
     std::vector<long long> capacities;
     for (int i = 0; i < 9; ++i) {
         a.push_back(i);
@@ -59,13 +53,8 @@ TEST(ZKArray, ShrinkKeepsStorageAndFirstElements) {
     ZKArray<ZKStringC> names{"one", "two", "three"};
     const long long capacity = names.capacity();
     names.resize(1);
-    EXPECT_EQ(names.size(), 1);
-    EXPECT_EQ(names.capacity(), capacity);
-    EXPECT_EQ(names[0], "one");
     names.resize(3);
-    EXPECT_EQ(names[0], "one");
-    EXPECT_TRUE(names[1].isEmpty());
-    EXPECT_TRUE(names[2].isEmpty());
+    EXPECT_EQ(names, (ZKArray<ZKStringC>{"one", "", ""}));
     names.clear();
     EXPECT_TRUE(names.empty());
     EXPECT_EQ(names.capacity(), capacity);
@@ -110,38 +99,24 @@ TEST(ZKArray, ShrinkDestroysTheSurplusFromTheLastBackwards) {
     Tracked::s_destroyed = nullptr;
 }
 
-TEST(ZKArray, ResizeFillsWithTheGivenValue) {
-    ZKArray<int> zeros;
-    zeros.resize(5, 0);
-    EXPECT_EQ(zeros, (ZKArray<int>{0, 0, 0, 0, 0}));
-    ZKArray<ZKStringW> words;
-    words.resize(2, ZKStringW("w"));
-    EXPECT_EQ(words[1], QStringLiteral("w"));
-    // A fill value that lives inside the array survives the reallocation.
+TEST(ZKArray, ResizeFillValueInsideTheArraySurvivesReallocation) {
     ZKArray<ZKStringW> self{ZKStringW("first")};
     self.resize(50, self[0]);
     EXPECT_EQ(self[49], QStringLiteral("first"));
-    ZKArray<int> ints{9};
-    for (int i = 0; i < 20; ++i)
-        ints.push_back(ints[0]);
-    EXPECT_EQ(ints.back(), 9);
 }
 
 TEST(ZKArray, StaticViewReadsTheSameStorage) {
     ZKArray<int> a{1, 2, 3, 4};
-    EXPECT_EQ(sumOf(a), 10);
     EXPECT_EQ(storageOf(a), a.data()); // passed in place, not copied
     ZKStaticArray<int> copy = a;
     EXPECT_EQ(sumOf(copy), 10);
-    EXPECT_NE(copy.data(), a.data());
     a[0] = 100;
     EXPECT_EQ(copy[0], 1);
 }
 
-TEST(ZKArray, CopiesShareStringBuffersAndOwnTheirElements) {
-    ZKArray<ZKStringC> a{"alpha", "beta"};
+TEST(ZKArray, CopiesOwnTheirElements) {
+    ZKArray<ZKStringC> a{"alpha", "beta", "gamma"};
     ZKArray<ZKStringC> b = a;
-    EXPECT_EQ(b[0].constData(), a[0].constData()); // implicitly shared
     b[0].append('!');
     EXPECT_EQ(a[0], "alpha");
     ZKArray<ZKStringC> moved = std::move(b);
@@ -149,16 +124,9 @@ TEST(ZKArray, CopiesShareStringBuffersAndOwnTheirElements) {
     EXPECT_TRUE(b.empty());
     a = moved;
     EXPECT_EQ(a, moved);
-}
-
-TEST(ZKArray, PopEraseAndFrontBack) {
-    ZKArray<ZKStringC> a{"a", "b", "c", "d"};
     a.erase(1);
-    EXPECT_EQ(a, (ZKArray<ZKStringC>{"a", "c", "d"}));
-    a.pop_back();
-    EXPECT_EQ(a.front(), "a");
-    EXPECT_EQ(a.back(), "c");
-    EXPECT_EQ(a.size(), 2);
+    EXPECT_EQ(a.front(), "alpha!");
+    EXPECT_EQ(a.back(), "gamma");
 }
 
 TEST(ZKArray, ExhaustionThrowsTheStandardExceptions) {
@@ -175,7 +143,7 @@ TEST(ZKArray, MatchesAVectorUnderRandomOperations) {
     std::mt19937 rng(1234);
     ZKArray<std::shared_ptr<int>> a;
     std::vector<std::shared_ptr<int>> model;
-    for (int step = 0; step < 3000; ++step) {
+    for (int step = 0; step < 2000; ++step) {
         const int op = int(rng() % 5);
         if (op == 0 || op == 1) {
             auto v = std::make_shared<int>(step);

@@ -50,8 +50,6 @@ TEST(ZKColorServer, HslToRgbInvertsRgbToHsl) {
     const ZKColor3f quarter = ZKColorServer::HSL_2_RGB(ZKColor3f(0.25f, 1.0f, 0.5f));
     expectColor3f(ZKColorServer::HSL_2_RGB(ZKColor3f(2.25f, 1.0f, 0.5f)), quarter.r, quarter.g,
                   quarter.b);
-    expectColor3f(ZKColorServer::HSL_2_RGB(ZKColor3f(-1.75f, 1.0f, 0.5f)), quarter.r, quarter.g,
-                  quarter.b);
     const ZKColor3f huge = ZKColorServer::HSL_2_RGB(ZKColor3f(1e30f, 1.0f, 0.5f));
     EXPECT_TRUE(std::isfinite(huge.r) && std::isfinite(huge.g) && std::isfinite(huge.b));
     ZKColorServer::HSL_2_RGB(ZKColor3f(std::numeric_limits<float>::infinity(), 1.0f, 0.5f));
@@ -88,7 +86,6 @@ TEST(ZKColorServer, SaturationAndLuminanceFactors) {
 TEST(ZKColorServer, TwoColourBlendsWithFloatWeights) {
     const ZKColor3ub a(100, 200, 50), b(50, 0, 250);
     EXPECT_EQ(ZKColorServer::colorBlend(a, b, 0.5f, 0.5f), ZKColor3ub(75, 100, 150));
-    EXPECT_EQ(ZKColorServer::colorBlend(a, b, 0.25f), ZKColor3ub(87, 150, 100));
     // Truncated, not rounded; sums above 255 wrap.
     EXPECT_EQ(ZKColorServer::colorBlend(a, b, 0.999f, 0.0f), ZKColor3ub(99, 199, 49));
     EXPECT_EQ(ZKColorServer::colorBlend(a, b, 1.0f, 1.0f), ZKColor3ub(150, 200, 44));
@@ -97,31 +94,21 @@ TEST(ZKColorServer, TwoColourBlendsWithFloatWeights) {
     EXPECT_EQ(ZKColorServer::colorBlend(c, d, 0.5f), ZKColor4ub(127, 127, 15, 150));
     EXPECT_EQ(ZKColorServer::colorBlend(c, d, 2.0f, 0.0f), ZKColor4ub(0, 254, 20, 144));
 
-    const ZKColor3f e =
-        ZKColorServer::colorBlend(ZKColor3f(0, 1, 0.5f), ZKColor3f(1, 0, 0.5f), 0.25f);
-    expectColor3f(e, 0.25f, 0.75f, 0.5f);
     expectColor3f(ZKColorServer::colorBlend(ZKColor3f(1, 1, 1), ZKColor3f(1, 1, 1), 2.0f, 1.0f),
                   3.0f, 3.0f, 3.0f);
 }
 
 TEST(ZKColorServer, ByteWeightBlendsDivideEachTermAndWrap) {
+    using UC = unsigned char;
     const ZKColor3ub a(100, 255, 0), b(100, 255, 255);
     // 100 x 128 / 255 = 50 and 100 x 127 / 255 = 49: each quotient truncated.
-    EXPECT_EQ(ZKColorServer::colorBlend(a, b, static_cast<unsigned char>(128),
-                                        static_cast<unsigned char>(127)),
-              ZKColor3ub(99, 255, 127));
+    EXPECT_EQ(ZKColorServer::colorBlend(a, b, UC(128), UC(127)), ZKColor3ub(99, 255, 127));
     // Kept: no clamping, 255 + 255 wraps to 254.
-    EXPECT_EQ(ZKColorServer::colorBlend(a, b, static_cast<unsigned char>(255),
-                                        static_cast<unsigned char>(255)),
-              ZKColor3ub(200, 254, 255));
-    EXPECT_EQ(ZKColorServer::colorBlend(a, b, static_cast<unsigned char>(0)), a);
-    EXPECT_EQ(ZKColorServer::colorBlend(a, b, static_cast<unsigned char>(255)), b);
-    EXPECT_EQ(ZKColorServer::colorBlend(ZKColor4ub(0, 0, 0, 0), ZKColor4ub(255, 255, 255, 255),
-                                        static_cast<unsigned char>(128)),
-              ZKColor4ub(128, 128, 128, 128));
+    EXPECT_EQ(ZKColorServer::colorBlend(a, b, UC(255), UC(255)), ZKColor3ub(200, 254, 255));
+    EXPECT_EQ(ZKColorServer::colorBlend(a, b, UC(0)), a);
+    EXPECT_EQ(ZKColorServer::colorBlend(a, b, UC(255)), b);
     EXPECT_EQ(ZKColorServer::colorBlend(ZKColor4ub(200, 0, 0, 255), ZKColor4ub(200, 0, 0, 255),
-                                        static_cast<unsigned char>(200),
-                                        static_cast<unsigned char>(100)),
+                                        UC(200), UC(100)),
               ZKColor4ub(234, 0, 0, 44));
 }
 
@@ -133,8 +120,6 @@ TEST(ZKColorServer, PaletteBlendPicksTheEntriesAroundT) {
     palette.push_back(ZKColor4ub(110, 20, 230, 240));
     palette.push_back(ZKColor4ub(210, 0, 0, 0));
     EXPECT_EQ(ZKColorServer::colorBlend(palette, -1.0f), palette[0]);
-    EXPECT_EQ(ZKColorServer::colorBlend(palette, 0.0f), palette[0]);
-    EXPECT_EQ(ZKColorServer::colorBlend(palette, 1.0f), palette[2]);
     EXPECT_EQ(ZKColorServer::colorBlend(palette, 5.0f), palette[2]);
     EXPECT_EQ(ZKColorServer::colorBlend(palette, std::numeric_limits<float>::quiet_NaN()),
               palette[0]);
@@ -142,8 +127,6 @@ TEST(ZKColorServer, PaletteBlendPicksTheEntriesAroundT) {
     EXPECT_EQ(ZKColorServer::colorBlend(palette, 0.25f), ZKColor4ub(60, 20, 130, 140));
     EXPECT_EQ(ZKColorServer::colorBlend(palette, 0.75f), ZKColor4ub(160, 10, 115, 120));
 
-    ZKArray<ZKColor3ub> bytes{ZKColor3ub(0, 0, 0), ZKColor3ub(255, 100, 7)};
-    EXPECT_EQ(ZKColorServer::colorBlend(bytes, 0.5f), ZKColor3ub(127, 50, 3));
     EXPECT_EQ(ZKColorServer::colorBlend(ZKArray<ZKColor3ub>(), 0.5f), ZKColor3ub(255, 255, 255));
 
     ZKArray<ZKColor3f> floats{ZKColor3f(0, 0, 0), ZKColor3f(1, 0.5f, 0.25f)};
@@ -161,15 +144,6 @@ TEST(ZKColorServer, BuildColorPaletteKeepsItsDistribution) {
     EXPECT_EQ(p, (ZKArray<ZKColor3ub>{{122, 122, 0}, {122, 122, 127}, {122, 122, 255}}));
     ZKColorServer::buildColorPalette(p, 4);
     EXPECT_EQ(p, (ZKArray<ZKColor3ub>{{0, 0, 0}, {0, 0, 255}, {0, 255, 0}, {0, 255, 255}}));
-    ZKColorServer::buildColorPalette(p, 8);
-    EXPECT_EQ(p, (ZKArray<ZKColor3ub>{{0, 0, 0},
-                                      {0, 0, 85},
-                                      {0, 0, 170},
-                                      {0, 0, 255},
-                                      {0, 255, 0},
-                                      {0, 255, 85},
-                                      {0, 255, 170},
-                                      {0, 255, 255}}));
     // n = 10, k = 2: the first green level takes 10 / 2 = 5 colours, the last
     // one the 5 still missing.
     ZKColorServer::buildColorPalette(p, 10);
@@ -194,8 +168,6 @@ TEST(ZKColorServer, BuildColorPaletteKeepsItsDistribution) {
     ZKColorServer::buildColorPalette(q, 4);
     EXPECT_EQ(q, (ZKArray<ZKColor4ub>{
                      {0, 0, 0, 255}, {0, 0, 255, 255}, {0, 255, 0, 255}, {0, 255, 255, 255}}));
-    ZKColorServer::buildColorPalette(q, 1);
-    EXPECT_EQ(q, (ZKArray<ZKColor4ub>{{255, 0, 0, 255}}));
 }
 
 TEST(ZKColorServer, RangeScalesRunBetweenTheirEndColours) {
@@ -232,8 +204,6 @@ TEST(ZKColorServer, NormalizedValueScales) {
     EXPECT_EQ(out, marker);
 
     ZKColorServer::getColorFromValue(out, 5.0f, 2, 0.0f, 10.0f);
-    EXPECT_EQ(out, ZKColor4ub(127, 127, 127, 255));
-    ZKColorServer::getColorFromValue(out, 20.0f, 1, 10.0f, 30.0f);
     EXPECT_EQ(out, ZKColor4ub(127, 127, 127, 255));
     ZKColorServer::getColorFromValue(out, 40.0f, 1, 10.0f, 30.0f);
     EXPECT_EQ(out, ZKColor4ub(0, 0, 0, 255));
@@ -338,7 +308,7 @@ TEST(ZKColorServer, PartialLogUpdateUsesTheLogRule) {
     EXPECT_EQ(colors[0], marker);
 }
 
-TEST(ZKColorServer, RealValuesToColorsTakesBoundsFromTheValuesWhenBothAreMinusOne) {
+TEST(ZKColorServer, RealValuesToColorsBounds) {
     ZKArray<ZKColor4ub> colors(5, ZKColor4ub(1, 2, 3, 4));
     ZKColorServer::realValuesToColors(colors, ZKArray<float>{1, 2, 3}, 2, -1.0f, -1.0f);
     EXPECT_EQ(colors, (ZKArray<ZKColor4ub>{kBlack, grey(127), kWhite}));
@@ -353,10 +323,8 @@ TEST(ZKColorServer, RealValuesToColorsTakesBoundsFromTheValuesWhenBothAreMinusOn
     // normal float, so -1 sits at two thirds of [-3, 1.2e-38].
     ZKColorServer::realValuesToColors(colors, ZKArray<float>{-3, -1}, 2, -1.0f, -1.0f);
     EXPECT_EQ(colors, (ZKArray<ZKColor4ub>{kBlack, grey(170)}));
-}
 
-TEST(ZKColorServer, RealValuesToColorsWithEqualBoundsGivesWhite) {
-    ZKArray<ZKColor4ub> colors{ZKColor4ub(1, 2, 3, 4)};
+    // Equal bounds give white.
     ZKColorServer::realValuesToColors(colors, ZKArray<float>{1, 2, 3}, 2, 4.0f, 4.0f);
     EXPECT_EQ(colors, (ZKArray<ZKColor4ub>{kWhite, kWhite, kWhite}));
     ZKColorServer::realValuesToColors(colors, ZKArray<double>{7, 7}, 3, -1.0, -1.0);

@@ -33,10 +33,7 @@ Bytes randomBytes(std::size_t n, unsigned seed) {
 
 } // namespace
 
-TEST(ZKImage, DepthTableAndDefaultImage) {
-    const int expected[8] = {4, 3, 4, 3, 1, 4, 2, 1};
-    for (int p = 0; p < 8; ++p)
-        EXPECT_EQ(ZKImage::m_depthFromPacking[p], expected[p]);
+TEST(ZKImage, UnknownPackingHasNoDepthAndDefaultImageIsEmpty) {
     EXPECT_EQ(ZKImage::depthOf(static_cast<_ZKImagePacking>(8)), 0);
 
     const ZKImage image;
@@ -143,16 +140,13 @@ TEST(ZKImage, Rotate90TurnsAQuarterEachWay) {
     source.rotate90(ccw, false);
     EXPECT_EQ(bytesOf(ccw), (Bytes{3, 6, 2, 5, 1, 4}));
 
-    // Multi-byte pixels move whole; four turns give the original back.
+    // Multi-byte pixels move whole; turning back gives the original.
     const Bytes rgb = randomBytes(5 * 3 * 3, 7);
     ZKImage image = imageOf(5, 3, ZK_PACKING_RGB, rgb);
     image.rotate90(true);
     EXPECT_EQ(image.getSize(), ZKPixSize(3, 5));
     EXPECT_TRUE(std::equal(rgb.begin() + 10 * 3, rgb.begin() + 10 * 3 + 3, image.getPixels()));
     image.rotate90(false);
-    EXPECT_EQ(bytesOf(image), rgb);
-    for (int i = 0; i < 4; ++i)
-        image.rotate90(true);
     EXPECT_EQ(bytesOf(image), rgb);
 }
 
@@ -181,50 +175,6 @@ TEST(ZKImage, MirrorVerticallyReversesRowsIntoANewOwnedBlock) {
     EXPECT_EQ(none.getPacking(), ZK_PACKING_RGBA);
 }
 
-TEST(ZKImage, ConvertPackingEverySupportedPair) {
-    const Bytes rgb{10, 20, 30, 40, 50, 60};
-    const Bytes bgr{30, 20, 10, 60, 50, 40};
-    const Bytes rgba{10, 20, 30, 7, 40, 50, 60, 8};
-    const Bytes bgra{30, 20, 10, 7, 60, 50, 40, 8};
-    const Bytes grey{11, 22};
-    struct Case {
-        _ZKImagePacking from;
-        const Bytes& in;
-        _ZKImagePacking to;
-        Bytes expected;
-    };
-    const Case cases[] = {
-        {ZK_PACKING_RGB, rgb, ZK_PACKING_BGRA, {30, 20, 10, 255, 60, 50, 40, 255}},
-        {ZK_PACKING_RGB, rgb, ZK_PACKING_RGBA, {10, 20, 30, 255, 40, 50, 60, 255}},
-        {ZK_PACKING_RGB, rgb, ZK_PACKING_BGR, bgr},
-        {ZK_PACKING_BGR, bgr, ZK_PACKING_BGRA, {30, 20, 10, 255, 60, 50, 40, 255}},
-        {ZK_PACKING_BGR, bgr, ZK_PACKING_RGBA, {10, 20, 30, 255, 40, 50, 60, 255}},
-        {ZK_PACKING_BGR, bgr, ZK_PACKING_RGB, rgb},
-        {ZK_PACKING_RGBA, rgba, ZK_PACKING_RGB, rgb},
-        {ZK_PACKING_RGBA, rgba, ZK_PACKING_BGR, bgr},
-        {ZK_PACKING_RGBA, rgba, ZK_PACKING_BGRA, bgra},
-        {ZK_PACKING_BGRA, bgra, ZK_PACKING_BGR, bgr},
-        {ZK_PACKING_BGRA, bgra, ZK_PACKING_RGB, rgb},
-        {ZK_PACKING_BGRA, bgra, ZK_PACKING_RGBA, rgba},
-        {ZK_PACKING_GREY, grey, ZK_PACKING_RGBA, {11, 11, 11, 255, 22, 22, 22, 255}},
-        {ZK_PACKING_GREY, grey, ZK_PACKING_BGRA, {11, 11, 11, 255, 22, 22, 22, 255}},
-        {ZK_PACKING_GREY, grey, ZK_PACKING_RGB, {11, 11, 11, 22, 22, 22}},
-        {ZK_PACKING_GREY, grey, ZK_PACKING_BGR, {11, 11, 11, 22, 22, 22}},
-    };
-    for (const Case& c : cases) {
-        const ZKImage source = imageOf(2, 1, c.from, c.in);
-        ZKImage out;
-        source.convertPacking(out, c.to);
-        EXPECT_EQ(out.getPacking(), c.to);
-        EXPECT_EQ(out.getSize(), ZKPixSize(2, 1));
-        EXPECT_FALSE(out.isBorrowed());
-        EXPECT_EQ(bytesOf(out), c.expected) << c.from << " -> " << c.to;
-        ZKImage inPlace = source;
-        inPlace.convertPacking(c.to);
-        EXPECT_EQ(bytesOf(inPlace), c.expected) << c.from << " -> " << c.to;
-    }
-}
-
 namespace {
 
 // The channel model of the colour packings: a pixel read as red, green, blue,
@@ -247,7 +197,8 @@ ZKColor4ub readPixel(const unsigned char* p, _ZKImagePacking packing) {
 } // namespace
 
 TEST(ZKImage, ConvertPackingOnLargeImagesMatchesThePixelModel) {
-    // 37 x 3 pixels: whole vector steps and a tail, for every supported pair.
+    // 37 x 3 pixels (whole vector steps and a tail), every supported pair,
+    // into a new image and in place.
     const int w = 37, h = 3, n = w * h;
     const _ZKImagePacking froms[] = {ZK_PACKING_RGBA, ZK_PACKING_RGB, ZK_PACKING_BGRA,
                                      ZK_PACKING_BGR, ZK_PACKING_GREY};
@@ -260,17 +211,20 @@ TEST(ZKImage, ConvertPackingOnLargeImagesMatchesThePixelModel) {
                 imageOf(w, h, from, randomBytes(std::size_t(n) * fromDepth, 11 + from));
             ZKImage out;
             source.convertPacking(out, to);
+            EXPECT_EQ(out.getSize(), ZKPixSize(w, h));
+            EXPECT_FALSE(out.isBorrowed());
+            ZKImage inPlace = source;
+            inPlace.convertPacking(to);
+            EXPECT_EQ(inPlace.getPacking(), to);
+            EXPECT_EQ(bytesOf(inPlace), bytesOf(out)) << from << " -> " << to;
             for (int i = 0; i < n; ++i) {
                 ZKColor4ub expected = readPixel(source.getPixels() + i * fromDepth, from);
                 if (toDepth == 4 && ZKImage::depthOf(from) != 4)
                     expected.a = 255;
                 const ZKColor4ub got = readPixel(out.getPixels() + i * toDepth, to);
-                ASSERT_EQ(got.r, expected.r) << from << " -> " << to << " pixel " << i;
-                ASSERT_EQ(got.g, expected.g) << from << " -> " << to << " pixel " << i;
-                ASSERT_EQ(got.b, expected.b) << from << " -> " << to << " pixel " << i;
-                if (toDepth == 4) {
-                    ASSERT_EQ(got.a, expected.a) << from << " -> " << to << " pixel " << i;
-                }
+                if (toDepth != 4)
+                    expected.a = 255;
+                ASSERT_EQ(got, expected) << from << " -> " << to << " pixel " << i;
             }
         }
 }
@@ -295,10 +249,6 @@ TEST(ZKImage, ConvertPackingSamePackingCopiesAndOtherPairsOnlyResize) {
     EXPECT_EQ(other.getByteCount(), 1u);
 
     // Without pixels the result still takes the size and the new packing.
-    ZKImage empty;
-    empty.convertPacking(other, ZK_PACKING_BGR);
-    EXPECT_EQ(other.getPacking(), ZK_PACKING_BGR);
-    EXPECT_EQ(other.getPixels(), nullptr);
     ZKImage flat;
     flat.init(ZKPixSize(0, 4), ZK_PACKING_RGB);
     flat.convertPacking(ZK_PACKING_BGRA);
