@@ -8,6 +8,15 @@
 #include <limits>
 #include <random>
 
+namespace {
+
+template <typename B, typename V> void expectBounds(const B& box, const V& min, const V& max) {
+    EXPECT_EQ(box.min, min);
+    EXPECT_EQ(box.max, max);
+}
+
+} // namespace
+
 // min then max, nothing else.
 static_assert(sizeof(ZKBBox1f) == 2 * sizeof(float) && sizeof(ZKBBox2f) == 4 * sizeof(float) &&
               sizeof(ZKBBox3f) == 6 * sizeof(float));
@@ -20,11 +29,9 @@ TEST(ZKBBox1f, EmptyIntervalGrowsFromItsFirstValue) {
     EXPECT_FALSE(ZKBBox1f(2.0f, 2.0f).isEmpty());
 
     box.add(3.0f);
-    EXPECT_EQ(box.min, 3.0f);
-    EXPECT_EQ(box.max, 3.0f);
+    expectBounds(box, 3.0f, 3.0f);
     box.add(ZKArray<float>{5.0f, -1.0f, 4.0f});
-    EXPECT_EQ(box.min, -1.0f);
-    EXPECT_EQ(box.max, 5.0f);
+    expectBounds(box, -1.0f, 5.0f);
     EXPECT_TRUE(box.contains(-1.0f) && box.contains(5.0f));
     EXPECT_FALSE(box.contains(5.5f));
 }
@@ -33,19 +40,16 @@ TEST(ZKBBox1f, AddingAnIntervalDoesNotTestIt) {
     // Kept: a non-empty interval is extended by an empty other's bounds.
     ZKBBox1f box(0.0f, 1.0f);
     box.add(ZKBBox1f(5.0f, 2.0f));
-    EXPECT_EQ(box.min, 0.0f);
-    EXPECT_EQ(box.max, 5.0f);
+    expectBounds(box, 0.0f, 5.0f);
 
     // Kept: an empty interval copies other as it is, even an empty one.
     ZKBBox1f empty;
     empty.add(ZKBBox1f(5.0f, 2.0f));
-    EXPECT_EQ(empty.min, 5.0f);
-    EXPECT_EQ(empty.max, 2.0f);
+    expectBounds(empty, 5.0f, 2.0f);
 
     ZKBBox1f grown(0.0f, 1.0f);
     grown.add(ZKBBox1f(-2.0f, 0.5f));
-    EXPECT_EQ(grown.min, -2.0f);
-    EXPECT_EQ(grown.max, 1.0f);
+    expectBounds(grown, -2.0f, 1.0f);
 }
 
 TEST(ZKBBox1f, OverlapAndNarrowing) {
@@ -55,8 +59,7 @@ TEST(ZKBBox1f, OverlapAndNarrowing) {
 
     ZKBBox1f n = a;
     n.intersectWith(ZKBBox1f(1.0f, 5.0f));
-    EXPECT_EQ(n.min, 1.0f);
-    EXPECT_EQ(n.max, 2.0f);
+    expectBounds(n, 1.0f, 2.0f);
     n.intersectWith(ZKBBox1f(3.0f, 4.0f));
     EXPECT_TRUE(n.isEmpty());
 }
@@ -67,8 +70,7 @@ TEST(ZKBBox3f, OnlyTheFirstAxisDecidesEmptiness) {
     ZKBBox3f box(ZKVec3f(0, 5, 0), ZKVec3f(1, 2, 1));
     EXPECT_FALSE(box.isEmpty());
     box.add(ZKVec3f(0.5f, 3.0f, 0.5f));
-    EXPECT_EQ(box.min, ZKVec3f(0, 3, 0));
-    EXPECT_EQ(box.max, ZKVec3f(1, 2, 1));
+    expectBounds(box, ZKVec3f(0, 3, 0), ZKVec3f(1, 2, 1));
     EXPECT_FALSE(box.containsPoint(ZKVec3f(0.5f, 2.5f, 0.5f)));
 
     // Unlike ZKBBox1f, the box tests max.x < min.x: a NaN bound is not empty.
@@ -80,8 +82,7 @@ TEST(ZKBBox3f, OnlyTheFirstAxisDecidesEmptiness) {
     ZKBBox3f xInverted(ZKVec3f(1, 0, 0), ZKVec3f(0, 1, 1));
     EXPECT_TRUE(xInverted.isEmpty());
     xInverted.add(ZKVec3f(7, 8, 9));
-    EXPECT_EQ(xInverted.min, ZKVec3f(7, 8, 9));
-    EXPECT_EQ(xInverted.max, ZKVec3f(7, 8, 9));
+    expectBounds(xInverted, ZKVec3f(7, 8, 9), ZKVec3f(7, 8, 9));
     EXPECT_EQ(xInverted.getMaxSize(), 0.0f);
 
     ZKBBox2f box2(ZKVec2f(0, 1), ZKVec2f(1, 0));
@@ -93,8 +94,7 @@ TEST(ZKBBox3f, OnlyTheFirstAxisDecidesEmptiness) {
 TEST(ZKBBox3f, GrowingSizesAndMerging) {
     ZKBBox3f box;
     box.add(ZKStaticArray<ZKVec3f>{ZKVec3f(1, 2, 3), ZKVec3f(-1, 4, 3), ZKVec3f(0, 0, 5)});
-    EXPECT_EQ(box.min, ZKVec3f(-1, 0, 3));
-    EXPECT_EQ(box.max, ZKVec3f(1, 4, 5));
+    expectBounds(box, ZKVec3f(-1, 0, 3), ZKVec3f(1, 4, 5));
     EXPECT_EQ(box.getMaxSize(), 4.0f);
     EXPECT_EQ(box.getMinSize(), 2.0f);
     EXPECT_FLOAT_EQ(box.getDiameter(), std::sqrt(24.0f));
@@ -103,22 +103,18 @@ TEST(ZKBBox3f, GrowingSizesAndMerging) {
     // A 2D point only moves x and y; z of an empty box stays as it was.
     ZKBBox3f flat;
     flat.add(ZKVec2f(2, 3));
-    EXPECT_EQ(flat.min, ZKVec3f(2, 3, FLT_MAX));
-    EXPECT_EQ(flat.max, ZKVec3f(2, 3, -FLT_MAX));
+    expectBounds(flat, ZKVec3f(2, 3, FLT_MAX), ZKVec3f(2, 3, -FLT_MAX));
     flat.add(ZKVec2f(-2, 5));
-    EXPECT_EQ(flat.min, ZKVec3f(-2, 3, FLT_MAX));
-    EXPECT_EQ(flat.max, ZKVec3f(2, 5, -FLT_MAX));
+    expectBounds(flat, ZKVec3f(-2, 3, FLT_MAX), ZKVec3f(2, 5, -FLT_MAX));
 
     // addInitialized skips the empty test: on a default box the first value
     // only lowers the min.
     ZKBBox3f raw;
     raw.addInitialized(ZKVec3f(1, 1, 1));
-    EXPECT_EQ(raw.min, ZKVec3f(1, 1, 1));
-    EXPECT_EQ(raw.max, ZKVec3f(-FLT_MAX, -FLT_MAX, -FLT_MAX));
+    expectBounds(raw, ZKVec3f(1, 1, 1), ZKVec3f(-FLT_MAX, -FLT_MAX, -FLT_MAX));
     ZKBBox3f unit(ZKVec3f(0, 0, 0), ZKVec3f(1, 1, 1));
     unit.addInitialized(ZKBBox3f(ZKVec3f(-1, 0.5f, 0), ZKVec3f(0.5f, 2, 3)));
-    EXPECT_EQ(unit.min, ZKVec3f(-1, 0, 0));
-    EXPECT_EQ(unit.max, ZKVec3f(1, 2, 3));
+    expectBounds(unit, ZKVec3f(-1, 0, 0), ZKVec3f(1, 2, 3));
 
     // add(box) follows the ZKBBox1f rule: an empty other still extends.
     ZKBBox3f merged(ZKVec3f(0, 0, 0), ZKVec3f(1, 1, 1));
@@ -126,8 +122,7 @@ TEST(ZKBBox3f, GrowingSizesAndMerging) {
     EXPECT_EQ(merged.max, ZKVec3f(3, 3, 3));
     ZKBBox3f fromEmpty;
     fromEmpty.add(unit);
-    EXPECT_EQ(fromEmpty.min, unit.min);
-    EXPECT_EQ(fromEmpty.max, unit.max);
+    expectBounds(fromEmpty, unit.min, unit.max);
 }
 
 TEST(ZKBBox3f, ContainmentAndOverlapAreInclusive) {
