@@ -7,40 +7,11 @@
 
 namespace {
 
-struct IgnoreListGuard {
-    ~IgnoreListGuard() { ZKAssert_Mac::s_messagesToIgnore.clear(); }
-};
-
 bool s_inAssertSeenByHandler = false;
 
 } // namespace
 
 TEST(ZKAssert_Mac, EmitsOneDebugMessageWithTheFixedContext) {
-    ZKQtMessageCapture capture;
-    ZKAssert_Mac::showAssert("Index out of range", "caller.cpp", 12);
-    ASSERT_EQ(capture.messages().size(), 1u);
-    const auto& m = capture.messages()[0];
-    EXPECT_EQ(m.type, QtDebugMsg);
-    EXPECT_EQ(m.text, "Index out of range");
-    EXPECT_EQ(m.file, "utils/native/mac/ZKAssert_Mac"); // not the caller's file
-    EXPECT_EQ(m.line, 45);
-    EXPECT_EQ(m.function, "static void ZKAssert_Mac::showAssert(const char *, const char *, int)");
-    EXPECT_EQ(m.category, "default");
-    EXPECT_FALSE(ZKAssert_Mac::s_inAssert);
-}
-
-TEST(ZKAssert_Mac, IgnoreListIsComparedWithoutCase) {
-    IgnoreListGuard guard;
-    ZKAssert_Mac::s_messagesToIgnore.push_back("Index out of range");
-    ZKQtMessageCapture capture;
-    ZKAssert_Mac::showAssert("INDEX OUT OF RANGE", __FILE__, __LINE__);
-    EXPECT_TRUE(capture.messages().empty());
-    ZKAssert_Mac::showAssert("Index out of range!", __FILE__, __LINE__);
-    ASSERT_EQ(capture.messages().size(), 1u);
-    EXPECT_EQ(capture.messages()[0].text, "Index out of range!");
-}
-
-TEST(ZKAssert_Mac, InAssertIsTrueOnlyWhileEmitting) {
     s_inAssertSeenByHandler = false;
     QtMessageHandler previous =
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {
@@ -48,36 +19,44 @@ TEST(ZKAssert_Mac, InAssertIsTrueOnlyWhileEmitting) {
         });
     ZKAssert_Mac::showAssert("checked", nullptr, 0);
     qInstallMessageHandler(previous);
-    EXPECT_TRUE(s_inAssertSeenByHandler);
+    EXPECT_TRUE(s_inAssertSeenByHandler); // true only while emitting
     EXPECT_FALSE(ZKAssert_Mac::s_inAssert);
-}
 
-TEST(ZKAssert_Mac, MessageIsTheFormatOfQtsFormatter) {
+    ZKQtMessageCapture capture;
+    ZKAssert_Mac::showAssert("Index out of range", "caller.cpp", 12);
     // Kept: the message is handed over as the format, so "%%" is one percent sign.
-    ZKQtMessageCapture capture;
     ZKAssert_Mac::showAssert("100%% sure", nullptr, 0);
-    ASSERT_EQ(capture.messages().size(), 1u);
-    EXPECT_EQ(capture.messages()[0].text, "100% sure");
+    ASSERT_EQ(capture.messages().size(), 2u);
+    const auto& m = capture.messages()[0];
+    EXPECT_EQ(m.type, QtDebugMsg);
+    EXPECT_EQ(m.text, "Index out of range");
+    EXPECT_EQ(m.file, "utils/native/mac/ZKAssert_Mac"); // not the caller's file
+    EXPECT_EQ(m.line, 45);
+    EXPECT_EQ(m.function, "static void ZKAssert_Mac::showAssert(const char *, const char *, int)");
+    EXPECT_EQ(m.category, "default");
+    EXPECT_EQ(capture.messages()[1].text, "100% sure");
+    // The application's counter is left alone.
+    EXPECT_EQ(ZKAssertClass::s_inZKAssertCount, 0);
 }
 
-TEST(ZKAssert_Mac, NullAndEmptyMessagesAreNotCheckedFor) {
-    IgnoreListGuard guard;
-    ZKAssert_Mac::s_messagesToIgnore.push_back("something else");
+TEST(ZKAssert_Mac, IgnoreListIsComparedWithoutCase) {
+    struct Guard {
+        ~Guard() { ZKAssert_Mac::s_messagesToIgnore.clear(); }
+    } guard;
+    ZKAssert_Mac::s_messagesToIgnore.push_back("Index out of range");
     ZKQtMessageCapture capture;
+    ZKAssert_Mac::showAssert("INDEX OUT OF RANGE", __FILE__, __LINE__);
+    ZKAssert_Mac::showAssert("Index out of range!", __FILE__, __LINE__);
+    // Null and empty messages are not checked against the list...
     ZKAssert_Mac::showAssert(nullptr, nullptr, 0);
     ZKAssert_Mac::showAssert("", nullptr, 0);
-    ASSERT_EQ(capture.messages().size(), 2u);
-    EXPECT_EQ(capture.messages()[0].text, "");
+    ASSERT_EQ(capture.messages().size(), 3u);
+    EXPECT_EQ(capture.messages()[0].text, "Index out of range!");
     EXPECT_EQ(capture.messages()[1].text, "");
-    // An empty entry silences only the empty message.
+    EXPECT_EQ(capture.messages()[2].text, "");
+    // ...but an empty entry silences the empty message only.
     ZKAssert_Mac::s_messagesToIgnore.push_back("");
     ZKAssert_Mac::showAssert("", nullptr, 0);
     ZKAssert_Mac::showAssert(nullptr, nullptr, 0);
-    EXPECT_EQ(capture.messages().size(), 3u);
-}
-
-TEST(ZKAssertClass, CounterStartsAtZeroAndIsLeftToTheApplication) {
-    EXPECT_EQ(ZKAssertClass::s_inZKAssertCount, 0);
-    ZKAssert_Mac::showAssert("does not touch the counter", nullptr, 0);
-    EXPECT_EQ(ZKAssertClass::s_inZKAssertCount, 0);
+    EXPECT_EQ(capture.messages().size(), 4u);
 }
