@@ -1,3 +1,4 @@
+#include "ZKChildProcess.h"
 #include "ZKDate.h"
 #include "ZKDateTime.h"
 #include "ZKThread.h"
@@ -15,20 +16,12 @@
 namespace {
 
 // Puts the process in a fixed zone 5:30 east of UTC for its lifetime.
-class FixedTimeZone {
-public:
-    FixedTimeZone() : m_had(qEnvironmentVariableIsSet("TZ")), m_old(qgetenv("TZ")) {
-        qputenv("TZ", "ZKT-5:30");
-        tzset();
-    }
-    ~FixedTimeZone() {
-        m_had ? void(qputenv("TZ", m_old)) : void(qunsetenv("TZ"));
-        tzset();
-    }
-
-private:
-    bool m_had;
-    QByteArray m_old;
+struct FixedTimeZone {
+    struct Reset {
+        ~Reset() { tzset(); } // after the variable is restored
+    } reset;
+    ZKEnvGuard tz{"TZ", "ZKT-5:30"};
+    FixedTimeZone() { tzset(); }
 };
 
 } // namespace
