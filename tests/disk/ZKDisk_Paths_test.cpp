@@ -94,7 +94,6 @@ TEST(ZKDiskPaths, PreparedKeyComparesCaseSensitivelyAfterSlashConversion) {
 
 TEST(ZKDiskPaths, RemoveFilenameInvalidCharsDropsTheNineCharacters) {
     EXPECT_EQ(ZKDisk::removeFilenameInvalidChars(ZKStringC("<a>|b")), "ab");
-    EXPECT_EQ(ZKDisk::removeFilenameInvalidChars(ZKStringC("a:b?c")), "abc");
     EXPECT_EQ(ZKDisk::removeFilenameInvalidChars(ZKStringC("\\/:*?\"<>|")), "");
     EXPECT_EQ(ZKDisk::removeFilenameInvalidChars(ZKStringC("")), "");
     // Other bytes, non-ASCII and zero bytes included, stay.
@@ -114,7 +113,6 @@ TEST(ZKDiskPaths, RelativeMeansBeginsWithADot) {
     EXPECT_TRUE(ZKDisk::isRelativePath(ZKStringC("..\\x")));
     EXPECT_TRUE(ZKDisk::isRelativePath(ZKStringC(".hidden")));
     EXPECT_FALSE(ZKDisk::isRelativePath(ZKStringC("x/..")));
-    EXPECT_FALSE(ZKDisk::isRelativePath(ZKStringC("docs/a.txt")));
     EXPECT_FALSE(ZKDisk::isRelativePath(ZKStringC("")));
     EXPECT_TRUE(ZKDisk::isRelativePath(ZKStringW("./a")));
     EXPECT_FALSE(ZKDisk::isRelativePath(ZKStringW("")));
@@ -153,7 +151,6 @@ TEST(ZKDiskPaths, ConcatAddsASlashOnlyWithoutATrailingSeparator) {
     EXPECT_EQ(ZKDisk::concatPathAndFileName(ZKStringC("a/"), ZKStringC("/b")), "a//b");
     EXPECT_EQ(ZKDisk::concatPathAndFileName(ZKStringC("a"), ZKStringC("")), "a/");
     EXPECT_EQ(ZKDisk::concatPathAndFileName(ZKStringW("dir"), ZKStringW("f")), "dir/f");
-    EXPECT_EQ(ZKDisk::concatPathAndFileName(ZKStringW(""), ZKStringW("x")), "/x");
     // Mixed forms decode the byte argument as UTF-8.
     EXPECT_EQ(ZKDisk::concatPathAndFileName(ZKStringC("d\xc3\xa9"), wide("\xe2\x82\xac")),
               wide("d\xc3\xa9/\xe2\x82\xac"));
@@ -172,7 +169,6 @@ TEST(ZKDiskPaths, FileNameComponentsSplitAtLastSeparatorAndLastDot) {
     EXPECT_EQ(parts("x.tar.gz"), "|x.tar|gz");
     EXPECT_EQ(parts(".profile"), "||profile");
     EXPECT_EQ(parts("c:\\d/e\\f.txt"), "c:\\d/e\\|f|txt");
-    EXPECT_EQ(parts("noext"), "|noext|");
     EXPECT_EQ(parts("///"), "///||");
     EXPECT_EQ(parts(""), "||");
     // Non-ASCII bytes pass through untouched.
@@ -195,11 +191,9 @@ TEST(ZKDiskPaths, FileNameComponentsSplitAtLastSeparatorAndLastDot) {
 
 TEST(ZKDiskPaths, ExtensionIsEmptyWhenTheDotBelongsToAFolder) {
     EXPECT_EQ(ZKDisk::getFileNameExtension(ZKStringC("a.b/c")), "");
-    EXPECT_EQ(ZKDisk::getFileNameExtension(ZKStringC("a.b\\c")), "");
     EXPECT_EQ(ZKDisk::getFileNameExtension(ZKStringC("c.")), "");
     EXPECT_EQ(ZKDisk::getFileNameExtension(ZKStringC("c.TXT")), "TXT");
     EXPECT_EQ(ZKDisk::getFileNameExtension(ZKStringC("d/x.tar.gz")), "gz");
-    EXPECT_EQ(ZKDisk::getFileNameExtension(ZKStringC("none")), "");
     EXPECT_EQ(ZKDisk::getFileNameExtension(ZKStringW("a.b/c")), "");
     EXPECT_EQ(ZKDisk::getFileNameExtension(wide("f.\xc3\xa9")), wide("\xc3\xa9"));
 }
@@ -243,7 +237,6 @@ TEST(ZKDiskPaths, PathComponentsAndParentFolderKeepOrDropTheSeparator) {
 }
 
 TEST(ZKDiskPaths, ChangeFileNameInPathReplacesNameAndExtension) {
-    EXPECT_EQ(ZKDisk::changeFileNameInPath(ZKStringC("a/b.txt"), ZKStringC("c.png")), "a/c.png");
     EXPECT_EQ(ZKDisk::changeFileNameInPath(ZKStringC("a\\b.txt"), ZKStringC("c")), "a\\c");
     EXPECT_EQ(ZKDisk::changeFileNameInPath(ZKStringC("b.txt"), ZKStringC("c")), "/c");
     EXPECT_EQ(ZKDisk::changeFileNameInPath(ZKStringW("a/b"), ZKStringW("c")), "a/c");
@@ -286,7 +279,6 @@ TEST(ZKDiskPaths, HasExtensionIgnoresCaseAndTheDot) {
     EXPECT_TRUE(ZKDisk::hasExtension(ZKStringC("a.png"), ZKStringC(".png")));
     EXPECT_FALSE(ZKDisk::hasExtension(ZKStringC("apng"), ZKStringC("png")));
     EXPECT_FALSE(ZKDisk::hasExtension(ZKStringC("a.png"), ZKStringC("")));
-    EXPECT_FALSE(ZKDisk::hasExtension(ZKStringC("a.png"), ZKStringC("jpg")));
     EXPECT_TRUE(ZKDisk::hasExtension(ZKStringW("b.Tar.GZ"), ZKStringW("tar.gz")));
     EXPECT_FALSE(ZKDisk::hasExtension(ZKStringW("b.png"), ZKStringW("")));
     EXPECT_TRUE(ZKDisk::hasExtension(ZKStringW("b.png"), ZKStringC("PNG")));
@@ -352,7 +344,6 @@ TEST(ZKDiskPaths, AddSuffixFormatsTheByteSuffixAndInsertsTheWideOneLiterally) {
 TEST(ZKDiskPaths, IncrementFileNameNumbersTheNameAndAlwaysAddsTheDot) {
     // Kept: a name without extension comes back ending in a dot.
     EXPECT_EQ(ZKDisk::incrementFileName(ZKStringC("a/img")), "a/img1.");
-    EXPECT_EQ(ZKDisk::incrementFileName(ZKStringC("img")), "img1.");
     EXPECT_EQ(ZKDisk::incrementFileName(ZKStringC("img9.png")), "img10.png");
     EXPECT_EQ(ZKDisk::incrementFileName(ZKStringC("dir\\v009.txt")), "dir\\v10.txt");
     EXPECT_EQ(ZKDisk::incrementFileName(ZKStringC("d.1/x")), "d.1/x1.");

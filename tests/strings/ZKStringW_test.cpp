@@ -24,10 +24,7 @@ TEST(ZKStringW, ByteToWideIsUtf8ButWideToByteIsLatin1) {
 
 TEST(ZKStringW, ConversionsStopAtTheFirstZero) {
     EXPECT_EQ(ZKStringW(ZKStringC("ab\0cd", 5)), QStringLiteral("ab"));
-    QString withZero = QStringLiteral("ab");
-    withZero.append(QChar(0));
-    withZero.append(QStringLiteral("cd"));
-    EXPECT_EQ(ZKStringW(withZero).getAsStringC(), "ab");
+    EXPECT_EQ(ZKStringW(QString::fromLatin1("ab\0cd", 5)).getAsStringC(), "ab");
 }
 
 TEST(ZKStringW, FromUtf8KeepsNullAndStopsAtZero) {
@@ -76,13 +73,10 @@ TEST(ZKStringW, ComparisonsAndPrefixes) {
     EXPECT_TRUE(ZKStringW("Hello").endsWith(ZKStringW("LLO"), false));
     EXPECT_EQ(ZKStringW("abc").compareNoCase(ZKStringW("ABC")), 0);
     EXPECT_NE(ZKStringW("abc").compare(ZKStringW("ABC")), 0);
-    QString a = QStringLiteral("ab");
-    a.append(QChar(0));
-    a.append(QChar('x'));
-    QString b = QStringLiteral("ab");
-    b.append(QChar(0));
-    b.append(QChar('y'));
-    EXPECT_LT(ZKStringW(a).compare(ZKStringW(b)), 0); // a zero character does not end it
+    // A zero character does not end the text.
+    EXPECT_LT(ZKStringW(QString::fromLatin1("ab\0x", 4))
+                  .compare(ZKStringW(QString::fromLatin1("ab\0y", 4))),
+              0);
 }
 
 TEST(ZKStringW, FormattersDifferInTheirBound) {
@@ -105,15 +99,10 @@ TEST(ZKStringW, NumberedArgumentsAreSubstitutedInOnePass) {
     EXPECT_EQ(ZKStringW("%5%4%3%2").arg("a", "b", "c", "d"), QStringLiteral("dcba"));
 }
 
-TEST(ZKStringW, AppendPatternAndNumbers) {
+TEST(ZKStringW, AppendPatternIgnoresNegativeCounts) {
     ZKStringW s("x");
     s.appendPattern(2, ZKStringW("ab"));
     EXPECT_EQ(s, QStringLiteral("xabab"));
     s.appendPattern(-3, ZKStringW("ab"));
     EXPECT_EQ(s, QStringLiteral("xabab"));
-    bool ok = true;
-    EXPECT_EQ(ZKStringW("ff").toInt(&ok, 16), 255);
-    EXPECT_TRUE(ok);
-    EXPECT_EQ(ZKStringW("1,5").toDouble(&ok), 0.0);
-    EXPECT_FALSE(ok);
 }
