@@ -141,14 +141,6 @@ void checkQueries(const ZKBoolArray& a, const Model& m, std::mt19937& rng) {
     }
 }
 
-Model modelFromIndices(long long n, const std::vector<int>& indices) {
-    Model m(std::size_t(n), false);
-    for (int i : indices)
-        if (i >= 0 && i < n)
-            m[std::size_t(i)] = true;
-    return m;
-}
-
 } // namespace
 
 TEST(ZKBoolArray, QueriesMatchModelOnSparseAndDenseArrays) {
@@ -222,19 +214,34 @@ TEST(ZKBoolArray, SetAlgebraMatchesModelAcrossSizes) {
 
 TEST(ZKBoolArray, RandomEditsMatchModelAndKeepGuards) {
     std::mt19937 rng(12345);
+    const auto pick = [&rng](long long lo, long long hi) {
+        return std::uniform_int_distribution<long long>(lo, hi)(rng);
+    };
+    const auto indices = [&](int maxCount, long long lo, long long hi) {
+        ZKArray<int> idx;
+        for (int k = int(rng() % maxCount); k > 0; --k)
+            idx.push_back(int(pick(lo, hi)));
+        return idx;
+    };
+    // Model of a write through a list of indices: sets v at the valid ones.
+    const auto write = [](Model& m, const ZKArray<int>& idx, bool v) {
+        for (int i : idx)
+            if (i >= 0 && i < (long long)m.size())
+                m[std::size_t(i)] = v;
+    };
     for (long long start : kSizes) {
         Model m;
         ZKBoolArray a = randomArray(rng, start, m, 0.3);
         for (int step = 0; step < 300; ++step) {
             const long long n = a.size();
-            std::uniform_int_distribution<long long> around(-3, n + 20);
             const bool v = rng() & 1;
             const int op = int(rng() % 21);
             SCOPED_TRACE(::testing::Message()
                          << "start " << start << " step " << step << " op " << op << " size " << n);
+            Model other;
             switch (op) {
             case 0: {
-                const long long to = std::uniform_int_distribution<long long>(0, 2 * n + 10)(rng);
+                const long long to = pick(0, 2 * n + 10);
                 a.resize(to, v);
                 m.resize(std::size_t(to), v);
                 break;
@@ -257,67 +264,60 @@ TEST(ZKBoolArray, RandomEditsMatchModelAndKeepGuards) {
                 break;
             }
             case 3: {
-                const long long i = std::uniform_int_distribution<long long>(-1, n + 1)(rng);
+                const long long i = pick(-1, n + 1);
                 a.insert(i, v);
                 if (i >= 0 && i < n)
                     m.insert(m.begin() + i, v);
                 break;
             }
             case 4: {
-                const long long i = std::uniform_int_distribution<long long>(-1, n)(rng);
+                const long long i = pick(-1, n);
                 a.erase(i);
                 if (i >= 0 && i < n)
                     m.erase(m.begin() + i);
                 break;
             }
-            case 5:
-            case 6: {
-                const long long first = around(rng);
-                const long long count = std::uniform_int_distribution<long long>(-1, 40)(rng);
-                op == 5 ? a.set(first, count) : a.clear(first, count);
+            case 5: {
+                const long long first = pick(-3, n + 20), count = pick(-1, 40);
+                v ? a.set(first, count) : a.clear(first, count);
                 if (first >= 0 && count > 0) {
                     if (first + count > n)
                         m.resize(std::size_t(first + count), false);
-                    for (long long i = first; i < first + count; ++i)
-                        m[std::size_t(i)] = op == 5;
+                    std::fill(m.begin() + first, m.begin() + first + count, v);
                 }
                 break;
             }
-            case 7:
-            case 8:
+            case 6: { // set growing to the largest index
+                const ZKArray<int> idx = indices(12, -3, n + 20);
+                a.set((long long)idx.size(), idx.data(), false);
+                const int largest = idx.empty() ? -1 : *std::max_element(idx.begin(), idx.end());
+                if (largest + 1LL > (long long)m.size())
+                    m.resize(std::size_t(largest + 1), false);
+                write(m, idx, true);
+                break;
+            }
+            case 7: { // set trusting every index to be inside
+                const ZKArray<int> idx = indices(12, -3, n - 1);
+                a.set((long long)idx.size(), idx.data(), true);
+                write(m, idx, true);
+                break;
+            }
+            case 8: {
+                const ZKArray<int> idx = indices(12, -3, n + 20);
+                v ? a.set_safe((long long)idx.size(), idx.data())
+                  : a.clear((long long)idx.size(), idx.data());
+                write(m, idx, v);
+                break;
+            }
             case 9:
-            case 10: {
-                std::vector<int> idx(rng() % 12);
-                for (int& i : idx)
-                    i = int(op == 8 ? std::uniform_int_distribution<long long>(-3, n - 1)(rng)
-                                    : around(rng));
-                if (op == 7) {
-                    a.set((long long)idx.size(), idx.data(), false);
-                    const int largest =
-                        idx.empty() ? -1 : *std::max_element(idx.begin(), idx.end());
-                    if (largest + 1LL > (long long)m.size())
-                        m.resize(std::size_t(largest + 1), false);
-                } else if (op == 8) {
-                    a.set((long long)idx.size(), idx.data(), true);
-                } else if (op == 9) {
-                    a.set_safe((long long)idx.size(), idx.data());
-                } else {
-                    a.clear((long long)idx.size(), idx.data());
-                }
-                for (int i : idx)
-                    if (i >= 0 && i < (long long)m.size())
-                        m[std::size_t(i)] = op != 10;
-                break;
-            }
-            case 11:
                 if (n > 0) {
                     const long long i = (long long)(rng() % n);
                     a.toggle(i);
                     m[std::size_t(i)] = !m[std::size_t(i)];
                 }
                 break;
-            case 12: {
-                const long long i = std::uniform_int_distribution<long long>(-1, n + 20)(rng);
+            case 10: {
+                const long long i = pick(-1, n + 20);
                 a.toggleAutoResize(i);
                 if (i >= 0) {
                     if (i >= n)
@@ -326,65 +326,54 @@ TEST(ZKBoolArray, RandomEditsMatchModelAndKeepGuards) {
                 }
                 break;
             }
-            case 13: {
+            case 11: {
                 const int which = int(rng() % 4);
-                if (which == 0)
-                    a.setAll();
-                else if (which == 1)
-                    a.clearAll();
-                else if (which == 2)
-                    a.inverse();
-                else
-                    a.toggleAll();
+                which == 0   ? a.setAll()
+                : which == 1 ? a.clearAll()
+                : which == 2 ? a.inverse()
+                             : a.toggleAll();
                 for (std::size_t i = 0; i < m.size(); ++i)
                     m[i] = which == 0 ? true : which == 1 ? false : !m[i];
                 break;
             }
-            case 14:
+            case 12:
                 if (n > 0) {
-                    ZKArray<int> idx;
-                    for (int k = int(rng() % 10); k > 0; --k)
-                        idx.push_back(int(rng() % n));
+                    const ZKArray<int> idx = indices(10, 0, n - 1);
                     a.toggle_allIndicesOK(idx);
                     for (int i : idx)
                         m[std::size_t(i)] = !m[std::size_t(i)];
                 }
                 break;
-            case 15:
+            case 13:
                 if (n > 0) {
-                    ZKArray<int> idx;
-                    for (int k = int(rng() % 6); k > 0; --k)
-                        idx.push_back(int(rng() % n));
+                    const ZKArray<int> idx = indices(6, 0, n - 1);
                     v ? a.setAllModifiedIndices(idx) : a.clearAllModifiedIndices(idx);
-                    for (int i : idx)
+                    for (int i : idx) // whole bytes
                         for (long long j = i & ~7; j < (i | 7) + 1 && j < n; ++j)
                             m[std::size_t(j)] = v;
                 }
                 break;
-            case 16: {
-                const long long to = std::uniform_int_distribution<long long>(0, n + 40)(rng);
+            case 14: {
+                const long long to = pick(0, n + 40);
                 a.assign(to, v);
                 m.assign(std::size_t(to), v);
                 break;
             }
-            case 17: {
-                std::vector<int> idx(rng() % 10);
-                for (int& i : idx)
-                    i = int(std::uniform_int_distribution<long long>(-3, 2 * n + 10)(rng));
+            case 15: {
+                const ZKArray<int> idx = indices(10, -3, 2 * n + 10);
                 const int largest = idx.empty() ? -1 : *std::max_element(idx.begin(), idx.end());
                 a.assign((long long)idx.size(), idx.data(), -1);
-                m = modelFromIndices(std::max(largest + 1, 0), idx);
+                m.assign(std::size_t(std::max(largest + 1, 0)), false);
+                write(m, idx, true);
                 break;
             }
-            case 18: {
-                Model other;
+            case 16: {
                 const ZKBoolArray b = randomArray(rng, (long long)(rng() % 100), other, 0.5);
                 a.copy(b, v);
                 m = other;
                 break;
             }
-            case 19: {
-                Model other;
+            case 17: {
                 ZKBoolArray b = randomArray(rng, (long long)(rng() % 100), other, 0.5);
                 a.swap(b);
                 std::swap(m, other);
@@ -392,7 +381,7 @@ TEST(ZKBoolArray, RandomEditsMatchModelAndKeepGuards) {
                 break;
             }
             default: {
-                const long long to = std::uniform_int_distribution<long long>(0, n)(rng);
+                const long long to = pick(0, n);
                 a.resize(to);
                 m.resize(std::size_t(to));
                 break;
