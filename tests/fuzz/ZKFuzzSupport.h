@@ -10,6 +10,7 @@
 #include "ZKStringC.h"
 #include "ZKStringW.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <cstdint>
@@ -72,6 +73,24 @@ inline void touchAll(const unsigned char* bytes, size_t count) {
     volatile unsigned sum = 0;
     for (size_t i = 0; i < count; ++i)
         sum = sum + bytes[i];
+}
+
+// The byte stream rule read one byte at a time: LF, CR and CR LF each end a
+// line; the last line needs no line end; nothing left to read gives false.
+inline bool nextByteLine(const uint8_t* data, size_t size, size_t& position, QByteArray& line) {
+    line.clear();
+    bool lineEnd = false;
+    while (position < size) {
+        const char c = char(data[position++]);
+        if (c == '\n' || c == '\r') {
+            if (c == '\r' && position < size && data[position] == '\n')
+                ++position;
+            lineEnd = true;
+            break;
+        }
+        line.append(c);
+    }
+    return !line.isEmpty() || lineEnd;
 }
 
 } // namespace ZKFuzz

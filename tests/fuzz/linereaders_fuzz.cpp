@@ -28,24 +28,6 @@ template <typename S> bool hasLineEnd(const S& line) {
     return line.contains('\n') || line.contains('\r');
 }
 
-// The byte stream rule read one byte at a time: LF, CR and CR LF each end a
-// line; the last line needs no line end; nothing left to read gives false.
-bool nextByteLine(const uint8_t* data, size_t size, size_t& position, QByteArray& line) {
-    line.clear();
-    bool lineEnd = false;
-    while (position < size) {
-        const char c = char(data[position++]);
-        if (c == '\n' || c == '\r') {
-            if (c == '\r' && position < size && data[position] == '\n')
-                ++position;
-            lineEnd = true;
-            break;
-        }
-        line.append(c);
-    }
-    return !line.isEmpty() || lineEnd;
-}
-
 // Reads `content` line by line from its start to its end.
 template <typename Str> void readInMemory(const Str& content, long long bound) {
     Str line;
@@ -77,7 +59,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         long long calls = 0;
         for (;;) {
             const bool read = ZKDisk::readTextLine(s.f, line);
-            const bool modelRead = nextByteLine(data, size, modelPosition, modelLine);
+            const bool modelRead = ZKFuzz::nextByteLine(data, size, modelPosition, modelLine);
             ZKFuzz::check(read == modelRead, "the byte stream reader ends where bytes run out");
             if (!read)
                 break;

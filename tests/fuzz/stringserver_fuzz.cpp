@@ -6,16 +6,35 @@
 
 #include "ZKStringServer.h"
 
+#include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <fuzzer/FuzzedDataProvider.h>
 
+#include <climits>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
 
 namespace {
+
+bool isAsciiDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+bool isAsciiDigit(QChar c) {
+    return c.unicode() >= '0' && c.unicode() <= '9';
+}
+
+int digitValue(char c) {
+    return c - '0';
+}
+
+int digitValue(QChar c) {
+    return c.unicode() - '0';
+}
 
 struct Params {
     char sep1, sep2;
@@ -46,6 +65,13 @@ void exercise(const Str& s, Sep sep1, Sep sep2, const Str& sepString, const Para
 
     ZKArray<Str> list;
     ZKStringServer::splitParts(list, s, sep1);
+    // The parts between separators, less one empty part at the end.
+    auto model = s.split(sep1);
+    if (model.last().isEmpty())
+        model.removeLast();
+    ZKFuzz::check(list.size() == model.size(), "splitParts gives the parts between separators");
+    for (int i = 0; i < model.size(); ++i)
+        ZKFuzz::check(list[i] == model[i], "splitParts keeps the parts as they are");
     ZKStringServer::splitParts(list, s, sep1, sep2);
     ZKStringServer::splitParts(list, s, sepString);
     ZKStringServer::splitMultiLine(list, s);
@@ -67,8 +93,17 @@ void exercise(const Str& s, Sep sep1, Sep sep2, const Str& sepString, const Para
 
     Str suffix;
     int value = -1;
-    if (ZKStringServer::extractNumberSuffix(s, suffix, &value))
-        ZKFuzz::check(value >= 0 && s.endsWith(suffix), "a number suffix ends the string");
+    int digits = 0;
+    long long modelValue = 0;
+    while (digits < s.size() && isAsciiDigit(s.at(s.size() - 1 - digits)))
+        ++digits;
+    for (int i = s.size() - digits; i < s.size() && modelValue <= INT_MAX; ++i)
+        modelValue = modelValue * 10 + (digitValue(s.at(i)));
+    const bool found = ZKStringServer::extractNumberSuffix(s, suffix, &value);
+    ZKFuzz::check(found == (digits > 0), "a number suffix is the run of digits at the end");
+    if (found)
+        ZKFuzz::check(suffix == s.right(digits) && value == (modelValue > INT_MAX ? 0 : modelValue),
+                      "the suffix and its value, 0 when too large for an int");
     t = s;
     ZKStringServer::replaceOrAddNumberSuffix(t, sepString);
     t = s;

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace {
 
@@ -35,6 +36,24 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     ZKFuzz::check(file.bufferedParseFile(input.pathW()), "an existing file parses");
     ZKFuzz::check(file.getCount() == file.m_calls, "every pair read is buffered once");
     ZKFuzz::check(file.getNbEmptyValues() <= file.m_calls, "empty values are pairs");
+    // A pair is a line (as the byte stream reader splits them) whose text up to
+    // its first zero byte holds a '='.
+    long long pairs = 0;
+    size_t position = 0;
+    QByteArray line;
+    while (ZKFuzz::nextByteLine(data, size, position, line)) {
+        const char* text = line.constData();
+        const char* equal = std::strchr(text, '=');
+        if (!equal)
+            continue;
+        if (pairs < file.m_tokens.size()) {
+            ZKFuzz::check(file.m_tokens[pairs] == QString::fromUtf8(text, int(equal - text)) &&
+                              file.m_values[pairs] == QString::fromUtf8(equal + 1),
+                          "the token is before the first '=', the value after it");
+        }
+        ++pairs;
+    }
+    ZKFuzz::check(file.getCount() == pairs, "every line with a '=' is one pair");
 
     for (long long i = 0; i < file.m_tokens.size(); ++i) {
         const ZKStringW& token = file.m_tokens[i];
