@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing, configures, builds and runs every test.
-# Usage: scripts/test.sh [preset]   (default: "default"; also "asan-ubsan")
+# Usage: scripts/test.sh [preset]   (default: "default"; also "asan-ubsan", "tsan")
 set -euo pipefail
 cd "$(dirname "$0")/.."
 preset=${1:-default}
