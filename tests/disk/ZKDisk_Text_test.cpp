@@ -30,10 +30,15 @@ bool writeBytes(const QString& path, const QByteArray& bytes) {
 // A stream over `bytes`, read back through a temporary file.
 class ByteStream {
 public:
-    explicit ByteStream(const QByteArray& bytes) {
+    // A `bufferSize` of 0 leaves the C library's buffering alone; -1 makes
+    // the stream unbuffered.
+    explicit ByteStream(const QByteArray& bytes, int bufferSize = 0) {
         const QString path = m_dir.filePath("stream.bin");
         if (m_dir.isValid() && writeBytes(path, bytes))
             m_file = std::fopen(QFile::encodeName(path).constData(), "rb");
+        if (m_file && bufferSize != 0)
+            std::setvbuf(m_file, nullptr, bufferSize < 0 ? _IONBF : _IOFBF,
+                         bufferSize < 0 ? 0 : size_t(bufferSize));
     }
     ~ByteStream() {
         if (m_file)
@@ -385,18 +390,21 @@ TEST(ZKDiskText, WriteTextLineAndCStringsRoundTrip) {
     EXPECT_EQ(text, "tail");
 }
 
-TEST(ZKDiskText, ByteStreamLinesMatchTheByteAtATimeRuleAroundChunkEdges) {
-    // Lines of every length around the reader's internal chunk size, with
-    // every kind of line end and zero bytes, against the simple rule.
+TEST(ZKDiskText, ByteStreamLinesMatchTheByteAtATimeRuleAroundBufferEdges) {
+    // Lines of many lengths with every kind of line end and zero bytes,
+    // read through stream buffers of several sizes so that line ends, CRLF
+    // pairs and the reader's 16-byte scan blocks fall across buffer edges,
+    // against the simple rule.
     std::mt19937 random(20240611);
     std::uniform_int_distribution<int> length(0, 600);
     std::uniform_int_distribution<int> pick(0, 39);
-    for (int round = 0; round < 12; ++round) {
+    const int bufferSizes[] = {-1, 1, 2, 15, 16, 17, 64, 0};
+    for (int round = 0; round < 16; ++round) {
         QByteArray bytes;
         for (int line = 0; line < 30; ++line) {
-            // Every third line is plain text whose end falls on the chunk edge.
+            // Every third line is plain text, so that it ends on a block edge.
             const bool plain = line % 3 == 0;
-            const int n = plain ? 250 + line % 10 : length(random);
+            const int n = plain ? 16 * (line % 5) + line % 2 : length(random);
             for (int i = 0; i < n; ++i) {
                 const int p = plain ? 3 + i % 26 : pick(random);
                 bytes.append(p == 0 ? '\0' : p == 1 ? '\r' : p == 2 ? '\n' : char('a' + p % 26));
@@ -407,16 +415,18 @@ TEST(ZKDiskText, ByteStreamLinesMatchTheByteAtATimeRuleAroundChunkEdges) {
         if (round % 2 == 1)
             bytes.append("no end");
         const auto expected = modelLines(bytes);
-        ByteStream stream(bytes);
+        const int bufferSize = bufferSizes[(round / 2) % 8];
+        ByteStream stream(bytes, bufferSize);
         ASSERT_NE(stream.get(), nullptr);
         ZKStringC line;
         size_t count = 0;
         while (ZKDisk::readTextLine(stream.get(), line)) {
-            ASSERT_LT(count, expected.size()) << "round " << round;
-            ASSERT_EQ(QByteArray(line), expected[count]) << "round " << round << ", line " << count;
+            ASSERT_LT(count, expected.size()) << "buffer " << bufferSize;
+            ASSERT_EQ(QByteArray(line), expected[count])
+                << "buffer " << bufferSize << ", line " << count;
             ++count;
         }
-        EXPECT_EQ(count, expected.size()) << "round " << round;
+        EXPECT_EQ(count, expected.size()) << "buffer " << bufferSize;
         EXPECT_TRUE(line.isEmpty());
     }
 }

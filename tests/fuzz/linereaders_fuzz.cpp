@@ -1,8 +1,9 @@
 // Fuzzes the ZKDisk line readers: the input is read to its end as a byte
 // stream, a stream of 32-bit units, a C-string stream, and in memory as bytes
 // and as UTF-16 units. Every reader must end, and every line it delivers must
-// be free of line ends. The byte stream reader, which reads whole chunks,
-// must split exactly as the byte-at-a-time rule does.
+// be free of line ends. The byte stream reader, which scans the stream's
+// buffer in place, must split exactly as the byte-at-a-time rule does,
+// whatever the size of that buffer.
 #include "ZKFuzzSupport.h"
 
 #include "ZKDisk.h"
@@ -53,6 +54,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
     {
         Stream s(scratch);
+        // Small buffers put line ends and CRLF pairs across buffer edges.
+        static const size_t kBufferSizes[] = {0, 1, 2, 3, 16, 17};
+        const size_t bufferSize = kBufferSizes[size % 6];
+        if (bufferSize > 0)
+            std::setvbuf(s.f, nullptr, _IOFBF, bufferSize);
         ZKStringC line;
         size_t modelPosition = 0;
         QByteArray modelLine;

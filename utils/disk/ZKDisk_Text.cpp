@@ -1,11 +1,17 @@
 #include "ZKDisk.h"
 
+#include "ZKNativeStdio.h"
 #include "internal/ZKFormat.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstdarg>
 #include <cstdint>
 #include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 FILE* fopenUtf8(const ZKStringW& path, const char* mode) {
     if (path.isEmpty())
@@ -36,93 +42,52 @@ private:
     FILE* m_stream;
 };
 
-// Gives back the `count` bytes just read by seeking back over them; a stream
-// that cannot seek (a pipe) gets them pushed back instead, last byte first,
-// so that they are not lost.
-void giveBackBytes(FILE* stream, const char* bytes, int count) {
-    if (std::fseek(stream, -long(count), SEEK_CUR) == 0)
-        return;
-    for (int i = count - 1; i >= 0; --i)
-        std::ungetc(static_cast<unsigned char>(bytes[i]), stream);
-}
-
-// After a CR that ended a chunk: reads the next byte and gives it back unless
-// it is the LF of a CRLF.
-void giveBackUnlessLineFeed(FILE* stream) {
-    const int next = std::fgetc(stream);
-    if (next != EOF && next != '\n') {
-        const char byte = char(next);
-        giveBackBytes(stream, &byte, 1);
-    }
-}
-
-// Up to kSize - 1 bytes of a line, read with one fgets: the C library scans
-// the stream's buffer for the LF instead of being called once a byte. One
-// more scan of the chunk finds a CR. The result is the byte-at-a-time rule:
-// a lone CR, CRLF and LF each end one line, and the bytes read past a lone CR
-// go back to the stream, which then stands right after the CR.
-class LineChunk {
-public:
-    static constexpr int kSize = 256;
-    enum class End { LineEnd, Full, EndOfFile };
-
-    // Reads the next piece of the line; count() is then the number of its
-    // bytes that belong to the line (line ends excluded). Bytes read past a
-    // lone CR go back to the stream.
-    End read(FILE* stream) {
-        // A non-zero fill makes the zero that ends what fgets wrote the last
-        // zero of the chunk, so zero bytes inside a line are told apart.
-        std::memset(m_bytes, 0xff, sizeof m_bytes);
-        m_count = 0;
-        if (!std::fgets(m_bytes, kSize, stream))
-            return End::EndOfFile;
-        int from = 0;
-        for (;;) {
-            // One scan finds the first CR or zero byte.
-            const int k = from + int(std::strcspn(m_bytes + from, "\r"));
-            if (m_bytes[k] == '\r') {
-                m_count = k;
-                giveBackAfterCr(stream, k);
-                return End::LineEnd;
-            }
-            if (k > 0 && m_bytes[k - 1] == '\n') {
-                m_count = k - 1;
-                return End::LineEnd;
-            }
-            if (k == terminator()) {
-                m_count = k;
-                return k == kSize - 1 ? End::Full : End::EndOfFile;
-            }
-            from = k + 1; // a zero byte inside the line
+// The first CR or LF among `count` bytes, or `count` when there is none;
+// sixteen bytes at a time where the processor allows.
+size_t findLineEnd(const char* bytes, size_t count) {
+#if defined(__SSE2__)
+    if (count >= 16) {
+        const __m128i lf = _mm_set1_epi8('\n');
+        const __m128i cr = _mm_set1_epi8('\r');
+        const auto endIn = [&](size_t at) {
+            const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + at));
+            return unsigned(_mm_movemask_epi8(
+                _mm_or_si128(_mm_cmpeq_epi8(block, lf), _mm_cmpeq_epi8(block, cr))));
+        };
+        size_t i = 0;
+        for (; i + 16 <= count; i += 16) {
+            if (const unsigned mask = endIn(i))
+                return i + size_t(__builtin_ctz(mask));
         }
+        // The last block overlaps bytes already looked at instead of reading
+        // past the end.
+        if (i < count) {
+            if (const unsigned mask = endIn(count - 16))
+                return count - 16 + size_t(__builtin_ctz(mask));
+        }
+        return count;
     }
-    const char* bytes() const { return m_bytes; }
-    int count() const { return m_count; }
-
-private:
-    int terminator() const {
-        int t = kSize - 1;
-        while (m_bytes[t] != 0)
-            --t;
-        return t;
+#endif
+    for (size_t i = 0; i < count; ++i) {
+        if (bytes[i] == '\n' || bytes[i] == '\r')
+            return i;
     }
+    return count;
+}
 
-    // The byte after a CR is given back unless it is the LF of a CRLF; so
-    // are the bytes fgets read after it, up to its LF or its end.
-    void giveBackAfterCr(FILE* stream, int cr) {
-        if (m_bytes[cr + 1] == '\n')
-            return;
-        const void* lf = std::memchr(m_bytes + cr + 1, '\n', size_t(kSize - cr - 1));
-        const int end = lf ? int(static_cast<const char*>(lf) - m_bytes) + 1 : terminator();
-        if (end > cr + 1)
-            giveBackBytes(stream, m_bytes + cr + 1, end - cr - 1);
-        else
-            giveBackUnlessLineFeed(stream);
+// After a CR that ended a line: takes the next byte too when it is the LF of
+// a CRLF, and leaves any other byte to the stream. The caller holds the lock.
+void skipLineFeedAfterCr(FILE* stream) {
+    const char* buffered = nullptr;
+    if (ZKNative::bufferedBytes(stream, buffered) > 0) {
+        if (*buffered == '\n')
+            ZKNative::consumeBuffered(stream, 1);
+        return;
     }
-
-    char m_bytes[kSize];
-    int m_count = 0;
-};
+    const int next = getc_unlocked(stream);
+    if (next != EOF && next != '\n')
+        std::ungetc(next, stream);
+}
 
 // Reads one 32-bit unit in the machine's byte order; false at end of file
 // or on a read error (a partial unit at the end counts as the end).
@@ -259,21 +224,46 @@ bool ZKDisk::readTextLine(FILE* stream, ZKStringC& line) {
         line.reserve(kLineBufferStart);
     int length = 0;
     bool lineEnd = false;
-    LineChunk chunk;
-    // A line longer than any string ends there; the rest is read as the next
-    // line.
-    while (length <= kMaxStringBytes - LineChunk::kSize) {
-        const LineChunk::End end = chunk.read(stream);
-        const int n = chunk.count();
-        if (n > 0) {
-            line.resize(length + n);
-            std::memcpy(line.data() + length, chunk.bytes(), size_t(n));
-            length += n;
-        }
-        if (end == LineChunk::End::LineEnd)
+    {
+        // The rule is the byte-at-a-time one (a lone CR, CRLF and LF each end
+        // one line), applied to the stream's buffer in place: one scan finds
+        // the line end, one copy takes the bytes before it.
+        StreamLock lock(stream);
+        // A line longer than any string ends there; the rest is read as the
+        // next line.
+        while (length < kMaxStringBytes) {
+            const char* bytes = nullptr;
+            size_t available = ZKNative::bufferedBytes(stream, bytes);
+            const bool buffered = available > 0;
+            char single = 0;
+            if (!buffered) {
+                const int c = getc_unlocked(stream); // refills the buffer
+                if (c == EOF)
+                    break;
+                single = char(c);
+                bytes = &single;
+                available = 1;
+            }
+            const size_t scanned = std::min(available, size_t(kMaxStringBytes - length));
+            const size_t end = findLineEnd(bytes, scanned);
+            if (end > 0) {
+                line.resize(length + int(end));
+                std::memcpy(line.data() + length, bytes, end);
+                length += int(end);
+            }
+            if (end == scanned) {
+                if (buffered)
+                    ZKNative::consumeBuffered(stream, scanned);
+                continue;
+            }
+            const char endByte = bytes[end];
+            if (buffered)
+                ZKNative::consumeBuffered(stream, end + 1);
+            if (endByte == '\r')
+                skipLineFeedAfterCr(stream);
             lineEnd = true;
-        if (end != LineChunk::End::Full)
             break;
+        }
     }
     if (length == 0) {
         line.clear();
