@@ -204,11 +204,7 @@ void ZKMatrix4f::setScale(const ZKVec3f& s) {
 }
 
 void ZKMatrix4f::scale(const ZKVec3f& s, const ZKVec3f& pivot) {
-    setIdentity();
-    m[12] = -pivot.x;
-    m[13] = -pivot.y;
-    m[14] = -pivot.z;
-    scaleAboutPivot(m, s, pivot);
+    setScale(s, pivot);
 }
 
 void ZKMatrix4f::setScale(const ZKVec3f& s, const ZKVec3f& pivot) {
@@ -291,12 +287,8 @@ void ZKMatrix4d::setScale(const ZKVec3d& s) {
 }
 
 void ZKMatrix4d::scale(const ZKVec3d& s, const ZKVec3d& pivot) {
-    setIdentity();
-    m[12] = -pivot.x;
-    m[13] = -pivot.y;
-    m[14] = -pivot.z;
-    // kept: diag(s) overwrites everything but index 15, clearing the
-    // translation, so the result is diag(s) translated by pivot
+    // kept: diag(s) translated by pivot, not a scale about the pivot as in
+    // ZKMatrix4f (a translation by −pivot set first would be cleared by diag(s))
     setDiagonal(m, s);
     const double p[3] = {pivot.x, pivot.y, pivot.z};
     ZKMatrixRoutines::affineMatrix_selfMultLeft_ByTranslation(m, p);

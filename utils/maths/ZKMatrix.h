@@ -223,7 +223,7 @@ public:
     void setScale(const ZKVec3f& s);
     // A true scale about pivot: diag(s) with translation pivot − s⊙pivot.
     void scale(const ZKVec3f& s, const ZKVec3f& pivot);
-    // The same arithmetic, starting from a pure translation matrix.
+    // The same matrix as scale(s, pivot).
     void setScale(const ZKVec3f& s, const ZKVec3f& pivot);
 
     // Frame-to-world matrix of the frame (X, Y, Z, O): columns X, Y, Z, O.
