@@ -23,12 +23,10 @@ template <typename T> void eulerMatrix(T* m, const T* e) {
 // Sum of the differences between six elements rebuilt from the candidate
 // angles and those of m (elements 10, 9, 5, 8, 4, 0, in that order).
 double candidateError(const double* cand, const double* m) {
-    const double c0 = std::cos(cand[0]), s0 = std::sin(cand[0]);
-    const double c1 = std::cos(cand[1]), s1 = std::sin(cand[1]);
-    const double c2 = std::cos(cand[2]), s2 = std::sin(cand[2]);
-    return std::fabs(c0 * c1 - m[10]) + std::fabs(c0 * s1 * s2 - s0 * c2 - m[9]) +
-           std::fabs(c0 * c2 + s0 * s1 * s2 - m[5]) + std::fabs(s0 * s2 + c0 * s1 * c2 - m[8]) +
-           std::fabs(s0 * s1 * c2 - c0 * s2 - m[4]) + std::fabs(c2 * c1 - m[0]);
+    double r[11];
+    eulerMatrix(r, cand);
+    return std::fabs(r[10] - m[10]) + std::fabs(r[9] - m[9]) + std::fabs(r[5] - m[5]) +
+           std::fabs(r[8] - m[8]) + std::fabs(r[4] - m[4]) + std::fabs(r[0] - m[0]);
 }
 
 template <typename T> int eulerOfMatrix(T* e, const T* in) {
