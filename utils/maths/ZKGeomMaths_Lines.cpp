@@ -135,8 +135,14 @@ bool onSegment(double& s, double length) {
     return true;
 }
 
-// Collinear segments: b's end points at fractions f0 and f1 of segment a.
-bool collinearOverlap(double f0, double f1, double lengthA) {
+// Collinear segments a0 + s·ua (ua of length lengthA) and b0b1, in 2D or 3D:
+// whether b's end points, as fractions of a, reach a within the meeting
+// distance.
+template <typename V>
+bool collinearOverlap(const V& a0, const V& ua, double lengthA, const V& b0, const V& b1) {
+    const double aa = lengthA * lengthA;
+    const double f0 = (b0 - a0).dot(ua) / aa;
+    const double f1 = (b1 - a0).dot(ua) / aa;
     const double tolerance = kMeetDistance / lengthA;
     return std::max(f0, f1) >= -tolerance && std::min(f0, f1) <= 1.0 + tolerance;
 }
@@ -154,15 +160,15 @@ unsigned int segSegCrossing(V& out, T& ta, T& tb, const S& a, const S& b) {
     double sa, sb;
     const ZKLine3d la(wa.p0, ua);
     const ZKLine3d lb(wb.p0, ub);
-    if (nearestParameters(la, lb, sa, sb)) {
-        if ((la.pointAt(sa) - lb.pointAt(sb)).length() >= kMeetDistance)
+    const bool parallel = nearestParameters(la, lb, sa, sb);
+    const bool apart = (la.pointAt(sa) - lb.pointAt(sb)).length() >= kMeetDistance;
+    if (parallel) {
+        if (apart)
             return ZK_INTER_PARALLEL;
-        const double aa = lengthA * lengthA;
-        const double f0 = (wb.p0 - wa.p0).dot(ua) / aa;
-        const double f1 = (wb.p1 - wa.p0).dot(ua) / aa;
-        return collinearOverlap(f0, f1, lengthA) ? ZK_INTER_IN_PLANE : ZK_INTER_MISSED;
+        return collinearOverlap(wa.p0, ua, lengthA, wb.p0, wb.p1) ? ZK_INTER_IN_PLANE
+                                                                  : ZK_INTER_MISSED;
     }
-    if ((la.pointAt(sa) - lb.pointAt(sb)).length() >= kMeetDistance)
+    if (apart)
         return ZK_INTER_MISSED;
     if (!onSegment(sa, lengthA) || !onSegment(sb, lengthB))
         return ZK_INTER_MISSED;
@@ -297,12 +303,9 @@ unsigned int ZKGeomMaths::inter2d_SegSeg(ZKVec2f& out, float& ta, float& tb, con
     const unsigned int result = lines2dCrossing(oa, ua, ob, ub, sa, sb);
     if (result == ZK_INTER_PARALLEL)
         return result;
-    if (result == ZK_INTER_IN_PLANE) {
-        const double aa = lengthA * lengthA;
-        const double f0 = (ob - oa).dot(ua) / aa;
-        const double f1 = (ZKVec2d(b1) - oa).dot(ua) / aa;
-        return collinearOverlap(f0, f1, lengthA) ? ZK_INTER_IN_PLANE : ZK_INTER_MISSED;
-    }
+    if (result == ZK_INTER_IN_PLANE)
+        return collinearOverlap(oa, ua, lengthA, ob, ZKVec2d(b1)) ? ZK_INTER_IN_PLANE
+                                                                  : ZK_INTER_MISSED;
     if (!onSegment(sa, lengthA) || !onSegment(sb, lengthB))
         return ZK_INTER_MISSED;
     out = ZKVec2f(oa + ua * sa);
