@@ -24,11 +24,10 @@ auto scaleToLengthUnless(V& v, typename V::value_type target, TooShort tooShort)
 }
 
 template <typename V, typename TooShort> V unitCopyOrZero(const V& v, TooShort tooShort) {
-    V copy = v;
-    if (tooShort(v.length()))
+    const auto len = v.length();
+    if (tooShort(len))
         return V();
-    divideByLengthUnless(copy, [](auto) { return false; });
-    return copy;
+    return v / len;
 }
 
 template <typename V> void oneOrthogonalVec(const V& v, V& out) {
