@@ -93,16 +93,15 @@ template <typename T> void quatToAxis(T* axis, T& angle, const T* q) {
     axis[2] = z;
 }
 
+template <typename T> void quatToMatrixSub3x3(T* out, const T* q) {
+    ZKRotationKernels::quatToRotation<4>(out, q[0], q[1], q[2], q[3]);
+}
+
 template <typename T> void quatToMatrix(T* out, const T* q) {
-    const T w = q[0], x = q[1], y = q[2], z = q[3];
-    ZKRotationKernels::quatToRotation<4>(out, w, x, y, z);
+    quatToMatrixSub3x3(out, q);
     out[3] = out[7] = out[11] = T(0);
     out[12] = out[13] = out[14] = T(0);
     out[15] = T(1);
-}
-
-template <typename T> void quatToMatrixSub3x3(T* out, const T* q) {
-    ZKRotationKernels::quatToRotation<4>(out, q[0], q[1], q[2], q[3]);
 }
 
 template <typename T> void matrixToQuat(T* out, const T* m) {
