@@ -32,6 +32,11 @@ template <typename B, typename V> void addPoint(B& box, const V& p) {
     addPointInitialized(box, p);
 }
 
+template <typename B> void addBoxInitialized(B& box, const B& other) {
+    addPointInitialized(box, other.min);
+    addPointInitialized(box, other.max);
+}
+
 template <typename B> void addBox(B& box, const B& other) {
     // Kept: an empty box copies other as it is, even an empty other, and a
     // non-empty box adds other's bounds as points without testing other.
@@ -39,22 +44,23 @@ template <typename B> void addBox(B& box, const B& other) {
         box = other;
         return;
     }
-    addPointInitialized(box, other.min);
-    addPointInitialized(box, other.max);
+    addBoxInitialized(box, other);
+}
+
+// The edge lengths folded from the first axis on by pick (std::max or std::min).
+template <typename B, typename Pick> float foldEdges(const B& box, Pick pick) {
+    float size = box.max[0] - box.min[0];
+    for (int i = 1; i < decltype(box.min)::size(); ++i)
+        size = pick(size, box.max[i] - box.min[i]);
+    return size;
 }
 
 template <typename B> float maxSize(const B& box) {
-    float size = box.max[0] - box.min[0];
-    for (int i = 1; i < decltype(box.min)::size(); ++i)
-        size = std::max(size, box.max[i] - box.min[i]);
-    return size;
+    return foldEdges(box, [](float a, float b) { return std::max(a, b); });
 }
 
 template <typename B> float minSize(const B& box) {
-    float size = box.max[0] - box.min[0];
-    for (int i = 1; i < decltype(box.min)::size(); ++i)
-        size = std::min(size, box.max[i] - box.min[i]);
-    return size;
+    return foldEdges(box, [](float a, float b) { return std::min(a, b); });
 }
 
 template <typename B, typename V> bool containsPointEps(const B& box, const V& p, float eps) {
@@ -149,8 +155,7 @@ void ZKBBox2f::addInitialized(const ZKVec2f& p) {
     addPointInitialized(*this, p);
 }
 void ZKBBox2f::addInitialized(const ZKBBox2f& other) {
-    addPointInitialized(*this, other.min);
-    addPointInitialized(*this, other.max);
+    addBoxInitialized(*this, other);
 }
 void ZKBBox2f::add(const ZKStaticArray<ZKVec2f>& points) {
     for (const ZKVec2f& p : points)
@@ -210,8 +215,7 @@ void ZKBBox3f::addInitialized(const ZKVec3f& p) {
     addPointInitialized(*this, p);
 }
 void ZKBBox3f::addInitialized(const ZKBBox3f& other) {
-    addPointInitialized(*this, other.min);
-    addPointInitialized(*this, other.max);
+    addBoxInitialized(*this, other);
 }
 void ZKBBox3f::add(const ZKStaticArray<ZKVec3f>& points) {
     for (const ZKVec3f& p : points)
