@@ -1,6 +1,8 @@
 // Helpers shared by the test suites.
 #pragma once
 
+#include <QByteArray>
+#include <QFile>
 #include <QString>
 #include <QtGlobal>
 
@@ -10,6 +12,13 @@
 // Folder of the data files committed under tests/data.
 inline QString zkTestDataDir() {
     return QStringLiteral(ZK_TEST_DATA_DIR);
+}
+
+// The bytes of the file at `path`; "<missing>" when it cannot be read, so
+// that a comparison with the expected bytes fails with a readable message.
+inline QByteArray zkReadFile(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
 }
 
 // Collects the Qt messages emitted while it is alive.

@@ -1,4 +1,5 @@
 #include "ZKArrayIO.h"
+#include "ZKTestSupport.h"
 #include "ZKVec.h"
 
 #include <gtest/gtest.h>
@@ -10,13 +11,6 @@
 #include <cstring>
 
 namespace {
-
-QByteArray readAll(const QString& path) {
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly))
-        return QByteArray("<missing>");
-    return f.readAll();
-}
 
 ZKStringC pathIn(const QTemporaryDir& dir, const char* name) {
     return ZKStringC(dir.filePath(QString::fromLatin1(name)).toUtf8());
@@ -70,10 +64,10 @@ TEST(ZKArrayIO, BoolArrayCsv) {
     tags.set(1, 1);
     const ZKStringC path = pathIn(dir, "tags.csv");
     ZKArrayIO::saveBoolArray_CSV(path, tags);
-    EXPECT_EQ(readAll(dir.filePath("tags.csv")), "size;3\n0;0\n1;1\n2;0\n");
+    EXPECT_EQ(zkReadFile(dir.filePath("tags.csv")), "size;3\n0;0\n1;1\n2;0\n");
 
     ZKArrayIO::saveBoolArray_CSV(path, ZKBoolArray());
-    EXPECT_EQ(readAll(dir.filePath("tags.csv")), "size;0\n");
+    EXPECT_EQ(zkReadFile(dir.filePath("tags.csv")), "size;0\n");
 
     ZKArrayIO::saveBoolArray_CSV(ZKStringC(), tags); // nothing happens
     ZKArrayIO::saveBoolArray_CSV(pathIn(dir, "no/such/folder.csv"), tags);
@@ -100,11 +94,11 @@ TEST(ZKArrayIO, BoolArrayBinary) {
     const long long header[2] = {10, 3};
     QByteArray expected(reinterpret_cast<const char*>(header), sizeof header);
     expected.append(char(0x01)).append(char(0x06)).append(char(0x00));
-    EXPECT_EQ(readAll(dir.filePath("tags.bin")), expected);
+    EXPECT_EQ(zkReadFile(dir.filePath("tags.bin")), expected);
 
     ZKArrayIO::saveBoolArray_Binary(pathIn(dir, "empty.bin"), ZKBoolArray());
     const long long emptyHeader[2] = {0, 0};
-    EXPECT_EQ(readAll(dir.filePath("empty.bin")),
+    EXPECT_EQ(zkReadFile(dir.filePath("empty.bin")),
               QByteArray(reinterpret_cast<const char*>(emptyHeader), sizeof emptyHeader));
 
     // kept: loading reads the header, then always leaves an empty array

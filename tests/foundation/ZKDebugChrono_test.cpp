@@ -1,5 +1,6 @@
 #include "ZKDebugChrono.h"
 #include "ZKLogCommaLocale.h"
+#include "ZKTestSupport.h"
 #include "ZKTimeServer.h"
 
 #include <QFile>
@@ -31,8 +32,7 @@ std::string filed(int i, const char* label, double a, double b, double percent) 
     return buffer;
 }
 std::string readFile(const QByteArray& path) {
-    QFile file(QFile::decodeName(path));
-    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "<missing>";
+    return zkReadFile(QFile::decodeName(path)).toStdString();
 }
 
 // A chronometer started well after the application clock (start time not 0).

@@ -1,6 +1,7 @@
 #include "ZKLog.h"
 #include "ZKLogCommaLocale.h"
 #include "ZKProcessServer.h"
+#include "ZKTestSupport.h"
 #include "ZKTimeServer.h"
 
 #include <QApplication>
@@ -35,11 +36,7 @@ protected:
         ZKLog::setUserLogFile(ZKStringW(m_path), true, true);
         ZKLog::enableUserLog(true);
     }
-    QList<QByteArray> lines() const {
-        QFile file(m_path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll().split('\n')
-                                              : QList<QByteArray>{"<missing>"};
-    }
+    QList<QByteArray> lines() const { return zkReadFile(m_path).split('\n'); }
     void writeFile(const QByteArray& text) {
         QFile file(m_path);
         file.open(QIODevice::WriteOnly);
