@@ -32,16 +32,23 @@ template <typename T> std::vector<T> wellConditioned(unsigned seed) {
     return m;
 }
 
+// Runs body(i) once per iteration, i cycling through the kCount inputs.
+template <typename Body> void cycleInputs(benchmark::State& state, Body body) {
+    int i = 0;
+    for (auto _ : state) {
+        body(i);
+        benchmark::ClobberMemory();
+        i = (i + 1) % kCount;
+    }
+}
+
 void ZK_Inverse4d(benchmark::State& state) {
     state.SetLabel("4x4 double");
     const std::vector<double> m = wellConditioned<double>(1);
     double out[16];
-    int i = 0;
-    for (auto _ : state) {
+    cycleInputs(state, [&](int i) {
         benchmark::DoNotOptimize(ZKMatrixRoutines::calcMatrixInverse(out, &m[16 * i]));
-        benchmark::ClobberMemory();
-        i = (i + 1) % kCount;
-    }
+    });
 }
 BENCHMARK(ZK_Inverse4d);
 
@@ -49,13 +56,10 @@ void Eigen_Inverse4d(benchmark::State& state) {
     state.SetLabel("4x4 double");
     const std::vector<double> m = wellConditioned<double>(1);
     Eigen::Matrix4d out;
-    int i = 0;
-    for (auto _ : state) {
+    cycleInputs(state, [&](int i) {
         out = Eigen::Map<const Eigen::Matrix4d>(&m[16 * i]).inverse();
         benchmark::DoNotOptimize(out.data());
-        benchmark::ClobberMemory();
-        i = (i + 1) % kCount;
-    }
+    });
 }
 BENCHMARK(Eigen_Inverse4d);
 
@@ -63,13 +67,10 @@ void ZK_MultMatrix4d(benchmark::State& state) {
     state.SetLabel("4x4 double");
     const std::vector<double> a = wellConditioned<double>(2), b = wellConditioned<double>(3);
     double out[16];
-    int i = 0;
-    for (auto _ : state) {
+    cycleInputs(state, [&](int i) {
         ZKMatrixRoutines::mult_Matrix_Matrix(out, &a[16 * i], &b[16 * i]);
         benchmark::DoNotOptimize(out);
-        benchmark::ClobberMemory();
-        i = (i + 1) % kCount;
-    }
+    });
 }
 BENCHMARK(ZK_MultMatrix4d);
 
@@ -77,14 +78,11 @@ void Eigen_MultMatrix4d(benchmark::State& state) {
     state.SetLabel("4x4 double");
     const std::vector<double> a = wellConditioned<double>(2), b = wellConditioned<double>(3);
     Eigen::Matrix4d out;
-    int i = 0;
-    for (auto _ : state) {
+    cycleInputs(state, [&](int i) {
         out.noalias() = Eigen::Map<const Eigen::Matrix4d>(&a[16 * i]) *
                         Eigen::Map<const Eigen::Matrix4d>(&b[16 * i]);
         benchmark::DoNotOptimize(out.data());
-        benchmark::ClobberMemory();
-        i = (i + 1) % kCount;
-    }
+    });
 }
 BENCHMARK(Eigen_MultMatrix4d);
 
@@ -93,13 +91,10 @@ void ZK_AffinePoint3f(benchmark::State& state) {
     const std::vector<float> m = wellConditioned<float>(4);
     const std::vector<float> p = randomValues<float>(3 * kCount, 5);
     float out[3];
-    int i = 0;
-    for (auto _ : state) {
+    cycleInputs(state, [&](int i) {
         ZKMatrixRoutines::mult_affineMatrix_Point3f(out, &m[16 * i], &p[3 * i]);
         benchmark::DoNotOptimize(out);
-        benchmark::ClobberMemory();
-        i = (i + 1) % kCount;
-    }
+    });
 }
 BENCHMARK(ZK_AffinePoint3f);
 
@@ -108,15 +103,12 @@ void Eigen_AffinePoint3f(benchmark::State& state) {
     const std::vector<float> m = wellConditioned<float>(4);
     const std::vector<float> p = randomValues<float>(3 * kCount, 5);
     Eigen::Vector3f out;
-    int i = 0;
-    for (auto _ : state) {
+    cycleInputs(state, [&](int i) {
         const Eigen::Map<const Eigen::Matrix4f> mat(&m[16 * i]);
         out.noalias() = mat.topLeftCorner<3, 3>() * Eigen::Map<const Eigen::Vector3f>(&p[3 * i]) +
                         mat.topRightCorner<3, 1>();
         benchmark::DoNotOptimize(out.data());
-        benchmark::ClobberMemory();
-        i = (i + 1) % kCount;
-    }
+    });
 }
 BENCHMARK(Eigen_AffinePoint3f);
 
@@ -133,13 +125,10 @@ void ZKJacobi_SymmetricEigen3x3(benchmark::State& state) {
     state.SetLabel("3x3 double");
     const std::vector<ZKSymMatrix3d> s = symmetricMatrices();
     ZKEigenpair3d pairs[3];
-    int i = 0;
-    for (auto _ : state) {
+    cycleInputs(state, [&](int i) {
         s[i].computeEigenPairs_Jacobi(pairs, true, 50, 1e-15);
         benchmark::DoNotOptimize(pairs);
-        benchmark::ClobberMemory();
-        i = (i + 1) % kCount;
-    }
+    });
 }
 BENCHMARK(ZKJacobi_SymmetricEigen3x3);
 
@@ -147,13 +136,10 @@ void EigenSelfAdjoint_SymmetricEigen3x3(benchmark::State& state) {
     state.SetLabel("3x3 double");
     const std::vector<ZKSymMatrix3d> s = symmetricMatrices();
     Eigen::SelfAdjointEigenSolver<Eigen::Matrix3d> solver;
-    int i = 0;
-    for (auto _ : state) {
+    cycleInputs(state, [&](int i) {
         solver.compute(Eigen::Map<const Eigen::Matrix3d>(s[i].m));
         benchmark::DoNotOptimize(solver.eigenvalues().data());
-        benchmark::ClobberMemory();
-        i = (i + 1) % kCount;
-    }
+    });
 }
 BENCHMARK(EigenSelfAdjoint_SymmetricEigen3x3);
 
