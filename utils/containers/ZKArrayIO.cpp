@@ -47,6 +47,12 @@ ZKStringC joinFormatted(const ZKStaticArray<T>& a, const ZKStringC& format, int 
     });
 }
 
+// The path's bytes handed to fopen as they are; null for an empty path or a
+// file that cannot be opened.
+FILE* openPath(const ZKStringC& path, const char* mode) {
+    return path.isEmpty() ? nullptr : std::fopen(path.constData(), mode);
+}
+
 } // namespace
 
 ZKStringC ZKArrayIO::arrayAsStr(const ZKStaticArray<int>& a, int maxCount, bool emptyIfCut) {
@@ -78,9 +84,7 @@ ZKStringC ZKArrayIO::arrayAsStr(const ZKStaticArray<ZKVec3f>& a, const ZKStringC
 }
 
 void ZKArrayIO::saveBoolArray_CSV(const ZKStringC& path, const ZKBoolArray& tags) {
-    if (path.isEmpty())
-        return;
-    FILE* file = std::fopen(path.constData(), "w");
+    FILE* file = openPath(path, "w");
     if (!file)
         return;
     std::fprintf(file, "size;%lld\n", tags.size());
@@ -94,9 +98,7 @@ void ZKArrayIO::loadBoolArray_CSV(const ZKStringC&, ZKBoolArray&) {
 }
 
 void ZKArrayIO::saveBoolArray_Binary(const ZKStringC& path, const ZKBoolArray& tags) {
-    if (path.isEmpty())
-        return;
-    FILE* file = std::fopen(path.constData(), "wb");
+    FILE* file = openPath(path, "wb");
     if (!file)
         return;
     const long long count = tags.size();
@@ -109,9 +111,7 @@ void ZKArrayIO::saveBoolArray_Binary(const ZKStringC& path, const ZKBoolArray& t
 }
 
 void ZKArrayIO::loadBoolArray_Binary(const ZKStringC& path, ZKBoolArray& tags) {
-    if (path.isEmpty())
-        return;
-    FILE* file = std::fopen(path.constData(), "rb");
+    FILE* file = openPath(path, "rb");
     if (!file)
         return;
     long long count = 0;
