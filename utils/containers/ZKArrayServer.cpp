@@ -33,13 +33,10 @@ void computeMinMax(T& min, T& max, bool& hasNegativeNonFinite, bool& hasPositive
                 hasNegativeNonFinite = true; // NaN counts as negative
             continue;
         }
-        if (v > max) {
+        if (v > max)
             max = v;
-            if (v < min)
-                min = v;
-        } else if (v < min) {
+        if (v < min)
             min = v;
-        }
     }
 }
 
