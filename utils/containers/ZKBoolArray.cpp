@@ -294,12 +294,8 @@ ZKBoolArray::ZKBoolArray(int n, bool value) : ZKBoolArray() {
     assign(n, value);
 }
 
-ZKBoolArray::ZKBoolArray(int n, ZKStaticArray<int> indices, bool value) : ZKBoolArray() {
-    if (n < 1) {
-        m_size = n;
-        return;
-    }
-    assign(n, false);
+ZKBoolArray::ZKBoolArray(int n, ZKStaticArray<int> indices, bool value) : ZKBoolArray(n, false) {
+    // Below 1 no index lies under n: the list changes nothing.
     writeListed(indices.size(), indices.data(), n, value);
 }
 
@@ -352,7 +348,7 @@ void ZKBoolArray::reallocate(long long nbBytes, long long bytesToKeep, bool clea
     if (keep > 0)
         std::memcpy(data, m_data, std::size_t(keep));
     if (clearRest)
-        std::memset(data + std::max(keep, 0LL), 0, std::size_t(nbBytes - std::max(keep, 0LL)));
+        std::memset(data + keep, 0, std::size_t(nbBytes - keep));
     if (m_dataEnd > m_data)
         delete[](m_data - 1);
     m_data = data;
@@ -740,7 +736,7 @@ bool ZKBoolArray::operator==(const ZKBoolArray& b) const noexcept {
     return ((m_data[full] ^ b.m_data[full]) & lowMask(m_size & 7)) == 0;
 }
 
-long long ZKBoolArray::countSetInRange(long long first, long long last) const noexcept {
+long long ZKBoolArray::countBitSetInScope(long long first, long long last) const noexcept {
     first = std::max(first, 0LL);
     last = std::min(last, m_size);
     if (last <= first)
@@ -756,15 +752,11 @@ long long ZKBoolArray::countSetInRange(long long first, long long last) const no
 }
 
 long long ZKBoolArray::countBitSet() const noexcept {
-    return countSetInRange(0, m_size);
+    return countBitSetInScope(0, m_size);
 }
 
 long long ZKBoolArray::countBitCleared() const noexcept {
     return m_size - countBitSet();
-}
-
-long long ZKBoolArray::countBitSetInScope(long long first, long long last) const noexcept {
-    return countSetInRange(first, last);
 }
 
 long long ZKBoolArray::countBitClearedInScope(long long first, long long last) const noexcept {
@@ -772,7 +764,7 @@ long long ZKBoolArray::countBitClearedInScope(long long first, long long last) c
     last = std::min(last, m_size);
     if (last <= first)
         return 0;
-    return (last - first) - countSetInRange(first, last);
+    return (last - first) - countBitSetInScope(first, last);
 }
 
 long long ZKBoolArray::findFirst(bool value, long long from) const noexcept {

@@ -248,7 +248,6 @@ private:
     void fillRange(long long first, long long end, bool value) noexcept;
     void setRange(long long first, long long count, bool value);
     void writeModifiedBytes(const ZKArray<int>& indices, unsigned char byte) noexcept;
-    long long countSetInRange(long long first, long long last) const noexcept;
     bool getIndices(ZKArray<int>& out, bool value) const;
     bool appendIndices(ZKArray<int>& out, int reserveHint, bool value) const;
 
