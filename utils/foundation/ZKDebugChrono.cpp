@@ -18,6 +18,19 @@ const char* printable(const char* label) {
     return label ? label : "";
 }
 
+// Calls f(index, label, t - start, t - previous) for each entry in order.
+// Kept: the stored time is already elapsed and the start is subtracted
+// again; the first entry's predecessor is the raw start.
+template <typename F>
+void forEachEntry(const ZKStaticArray<double>& times, const ZKStaticArray<const char*>& labels,
+                  double start, F f) {
+    for (long long i = 0; i < times.size(); ++i) {
+        const double t = times[i];
+        const double previous = i == 0 ? start : times[i - 1];
+        f(int(i), printable(labels[i]), t - start, t - previous);
+    }
+}
+
 } // namespace
 
 void ZKDebugChrono::start(const char* name) {
@@ -55,21 +68,17 @@ void ZKDebugChrono::clearDebug() {
 void ZKDebugChrono::print() const {
     if (!s_outFunction)
         return;
-    const double s = m_startTime;
-    for (long long i = 0; i < m_times.size(); ++i) {
-        const double t = m_times[i];
-        // Kept: the stored time is already elapsed and the start is
-        // subtracted again; the first entry's predecessor is the raw start.
-        const double p = i == 0 ? s : m_times[i - 1];
-        char line[512];
-        {
-            // Reports read "0.01234" whatever locale the application set.
-            ZKInternal::CLocaleScope cLocale;
-            std::snprintf(line, sizeof line, " %d: %s = %.5f  [%.5f]", int(i),
-                          printable(m_labels[i]), t - s, t - p);
-        }
-        s_outFunction(line);
-    }
+    forEachEntry(m_times, m_labels, m_startTime,
+                 [](int i, const char* label, double sinceStart, double step) {
+                     char line[512];
+                     {
+                         // Reports read "0.01234" whatever locale the application set.
+                         ZKInternal::CLocaleScope cLocale;
+                         std::snprintf(line, sizeof line, " %d: %s = %.5f  [%.5f]", i, label,
+                                       sinceStart, step);
+                     }
+                     s_outFunction(line);
+                 });
 }
 
 int ZKDebugChrono::printFile(const char* path) const {
@@ -79,14 +88,11 @@ int ZKDebugChrono::printFile(const char* path) const {
         return EOF;
     // The report reads "0.01234" whatever locale the application set.
     ZKInternal::CLocaleScope cLocale;
-    const double s = m_startTime;
-    const double l = m_times.empty() ? 0.0 : m_times.back();
-    for (long long i = 0; i < m_times.size(); ++i) {
-        const double t = m_times[i];
-        // Kept: the same double subtraction of the start as print().
-        const double p = i == 0 ? s : m_times[i - 1];
-        std::fprintf(file, "%d: %s \t= %.5f   [%.5f]   [%.2f%%] \n", int(i), printable(m_labels[i]),
-                     t - s, t - p, (t - p) * 100 / (l - s));
-    }
+    const double whole = (m_times.empty() ? 0.0 : m_times.back()) - m_startTime;
+    forEachEntry(m_times, m_labels, m_startTime,
+                 [file, whole](int i, const char* label, double sinceStart, double step) {
+                     std::fprintf(file, "%d: %s \t= %.5f   [%.5f]   [%.2f%%] \n", i, label,
+                                  sinceStart, step, step * 100 / whole);
+                 });
     return std::fclose(file);
 }
