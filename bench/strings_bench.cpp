@@ -69,85 +69,78 @@ void setSize(benchmark::State& state) {
     state.SetBytesProcessed(state.iterations() * kTextBytes);
 }
 
-void ZKStringServer_SplitBytes(benchmark::State& state) {
-    const ZKStringC& text = commaText();
+// Times `split` (a ZKStringServer call filling a list) over `text`, after
+// checking once that it gives the same parts as Qt's `reference` split.
+template <typename Str, typename Split, typename Reference>
+void timeSplit(benchmark::State& state, const Str& text, Split split, Reference reference,
+               const char* mismatch) {
     {
-        ZKArray<ZKStringC> list;
-        ZKStringServer::splitParts(list, text, ',');
-        if (!sameParts(list, text.split(','))) {
-            state.SkipWithError("splitParts and QByteArray::split differ");
+        ZKArray<Str> list;
+        split(list, text);
+        if (!sameParts(list, reference(text))) {
+            state.SkipWithError(mismatch);
             return;
         }
     }
     for (auto _ : state) {
-        ZKArray<ZKStringC> list;
-        ZKStringServer::splitParts(list, text, ',');
+        ZKArray<Str> list;
+        split(list, text);
         benchmark::DoNotOptimize(list.data());
     }
     setSize(state);
+}
+
+// Times Qt's `split` over `text`.
+template <typename Text, typename Split>
+void timeQtSplit(benchmark::State& state, const Text& text, Split split) {
+    for (auto _ : state) {
+        const auto list = split(text);
+        benchmark::DoNotOptimize(list.size());
+    }
+    setSize(state);
+}
+
+const auto splitBytesAtComma = [](const QByteArray& text) { return text.split(','); };
+const auto splitWideAtComma = [](const QString& text) { return text.split(QChar(',')); };
+const auto splitBytesAtLineFeed = [](const QByteArray& text) { return text.split('\n'); };
+
+void ZKStringServer_SplitBytes(benchmark::State& state) {
+    timeSplit(
+        state, commaText(),
+        [](ZKArray<ZKStringC>& list, const ZKStringC& text) {
+            ZKStringServer::splitParts(list, text, ',');
+        },
+        splitBytesAtComma, "splitParts and QByteArray::split differ");
 }
 
 void QByteArray_SplitBytes(benchmark::State& state) {
-    const QByteArray& text = commaText();
-    for (auto _ : state) {
-        const QList<QByteArray> list = text.split(',');
-        benchmark::DoNotOptimize(list.size());
-    }
-    setSize(state);
+    timeQtSplit(state, commaText(), splitBytesAtComma);
 }
 
 void ZKStringServer_SplitWide(benchmark::State& state) {
-    const ZKStringW& text = wideCommaText();
-    {
-        ZKArray<ZKStringW> list;
-        ZKStringServer::splitParts(list, text, QChar(','));
-        if (!sameParts(list, text.split(QChar(',')))) {
-            state.SkipWithError("splitParts and QString::split differ");
-            return;
-        }
-    }
-    for (auto _ : state) {
-        ZKArray<ZKStringW> list;
-        ZKStringServer::splitParts(list, text, QChar(','));
-        benchmark::DoNotOptimize(list.data());
-    }
-    setSize(state);
+    timeSplit(
+        state, wideCommaText(),
+        [](ZKArray<ZKStringW>& list, const ZKStringW& text) {
+            ZKStringServer::splitParts(list, text, QChar(','));
+        },
+        splitWideAtComma, "splitParts and QString::split differ");
 }
 
 void QString_SplitWide(benchmark::State& state) {
-    const QString& text = wideCommaText();
-    for (auto _ : state) {
-        const QStringList list = text.split(QChar(','));
-        benchmark::DoNotOptimize(list.size());
-    }
-    setSize(state);
+    timeQtSplit(state, wideCommaText(), splitWideAtComma);
 }
 
 void ZKStringServer_SplitLines(benchmark::State& state) {
-    const ZKStringC& text = lineText();
-    {
-        ZKArray<ZKStringC> list;
-        ZKStringServer::splitMultiLine(list, text);
-        if (!sameParts(list, text.split('\n'))) {
-            state.SkipWithError("splitMultiLine and QByteArray::split differ");
-            return;
-        }
-    }
-    for (auto _ : state) {
-        ZKArray<ZKStringC> list;
-        ZKStringServer::splitMultiLine(list, text);
-        benchmark::DoNotOptimize(list.data());
-    }
-    setSize(state);
+    timeSplit(
+        state, lineText(),
+        [](ZKArray<ZKStringC>& list, const ZKStringC& text) {
+            ZKStringServer::splitMultiLine(list, text);
+        },
+        splitBytesAtLineFeed, "splitMultiLine and QByteArray::split differ");
 }
 
 void QByteArray_SplitLines(benchmark::State& state) {
-    const QByteArray& text = lineText();
-    for (auto _ : state) {
-        const QList<QByteArray> list = text.split('\n');
-        benchmark::DoNotOptimize(list.size());
-    }
-    setSize(state);
+    timeQtSplit(state, lineText(), splitBytesAtLineFeed);
 }
 
 } // namespace
