@@ -66,13 +66,9 @@ void nearestPoints(V& pa, V& pb, T& ta, T& tb, bool& parallel, const L& a, const
 
 template <typename L, typename T>
 T lineLineDistance(const L& a, const L& b, T& ta, T& tb, bool& parallel) {
-    const ZKLine3d& wa = wide(a);
-    const ZKLine3d& wb = wide(b);
-    double sa, sb;
-    parallel = nearestParameters(wa, wb, sa, sb);
-    ta = T(sa);
-    tb = T(sb);
-    return T((wa.pointAt(sa) - wb.pointAt(sb)).length());
+    ZKVec3d pa, pb;
+    nearestPoints(pa, pb, ta, tb, parallel, a, b);
+    return T((pa - pb).length());
 }
 
 template <typename L, typename S, typename T>
