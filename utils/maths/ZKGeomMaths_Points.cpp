@@ -11,10 +11,16 @@ namespace {
 // The float and double forms share these templates over the vector type V
 // and its scalar T.
 
+// The point of the line that distance_PointLine measures to, dir taken as
+// unit length; t receives its parameter.
+template <typename V, typename L, typename T> V nearestOnLine(const V& p, const L& line, T& t) {
+    t = (p - line.origin).dot(line.dir);
+    return line.origin + line.dir * t;
+}
+
 template <typename V, typename L, typename T>
 T pointLine(const V& p, const L& line, V& nearest, T& t) {
-    t = (p - line.origin).dot(line.dir);
-    nearest = line.origin + line.dir * t;
+    nearest = nearestOnLine(p, line, t);
     return (p - nearest).length();
 }
 
@@ -149,9 +155,8 @@ float ZKGeomMaths::distance_PointLine(const ZKVec3f& p, const ZKLine3f& line) {
     return distance_PointLine(p, line, nearest);
 }
 float ZKGeomMaths::sqrDistance_PointLine(const ZKVec3f& p, const ZKLine3f& line) {
-    ZKVec3f nearest;
-    distance_PointLine(p, line, nearest);
-    return (p - nearest).sqrLength();
+    float t;
+    return (p - nearestOnLine(p, line, t)).sqrLength();
 }
 double ZKGeomMaths::distance_PointLine(const ZKVec3d& p, const ZKLine3d& line, ZKVec3d& nearest) {
     double t;
@@ -166,9 +171,8 @@ double ZKGeomMaths::distance_PointLine(const ZKVec3d& p, const ZKLine3d& line) {
     return distance_PointLine(p, line, nearest);
 }
 double ZKGeomMaths::sqrDistance_PointLine(const ZKVec3d& p, const ZKLine3d& line) {
-    ZKVec3d nearest;
-    distance_PointLine(p, line, nearest);
-    return (p - nearest).sqrLength();
+    double t;
+    return (p - nearestOnLine(p, line, t)).sqrLength();
 }
 
 float ZKGeomMaths::distance_PointSeg(const ZKVec3f& p, const ZKSegment3f& seg) {
