@@ -33,8 +33,7 @@ inline void mapUnit(ZKColor4ub& out, float t, int scale, const ZKStaticArray<ZKC
         break;
     }
     case 3:
-        out.setRGBA(ZKColorServer::HSL_2_RGB(ZKColor3f(0.5f * (1.0f - t), 1.0f, 0.5f)),
-                    static_cast<unsigned char>(255));
+        out.setRGBA(ZKColorServer::getColor3fInRange_ColdWarm(t), static_cast<unsigned char>(255));
         break;
     default:
         break;
