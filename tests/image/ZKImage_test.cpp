@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <random>
@@ -324,6 +325,11 @@ TEST(ZKImage, FillRectWithColorIsClippedAndWritesAlphaOnlyInFourBytePackings) {
     image.fillRectWithColor(ZKPixRect(5, 5, 9, 9), ZKColor4ub(9, 9, 9, 9));
     image.fillRectWithColor(ZKPixRect(1, 1, 0, 0), ZKColor4ub(9, 9, 9, 9));
     EXPECT_EQ(bytesOf(image), (Bytes{0, 0, 0, 0, 0, 0, 3, 2, 1, 3, 2, 1}));
+    // Only the coordinates count: the emptiness mark is not looked at.
+    ZKPixRect marked(0, 0, 1, 1);
+    marked.flags = ZKPixRect::s_EMPTY;
+    image.fillRectWithColor(marked, ZKColor4ub(7, 8, 9, 4));
+    EXPECT_EQ(bytesOf(image), (Bytes{9, 8, 7, 0, 0, 0, 3, 2, 1, 3, 2, 1}));
     image = imageOf(1, 1, ZK_PACKING_GREY, {5});
     image.fillRectWithColor(ZKPixRect(0, 0, 1, 1), ZKColor4ub(1, 2, 3, 4));
     EXPECT_EQ(bytesOf(image), (Bytes{5}));
@@ -344,6 +350,10 @@ TEST(ZKImage, VerticalGradientInterpolatesRowByRow) {
     image.fillRectWithVGradient(ZKPixRect(0, 1, 1, 2), ZKColor4ub(1, 2, 3, 0),
                                 ZKColor4ub(100, 200, 40, 0));
     EXPECT_EQ(bytesOf(image), (Bytes{50, 100, 20, 1, 2, 3}));
+    // Row numbers count from a far-off top without overflowing.
+    image.fillRectWithVGradient(ZKPixRect(0, INT_MIN, 1, INT_MAX), ZKColor4ub(0, 0, 0, 0),
+                                ZKColor4ub(200, 100, 40, 0));
+    EXPECT_EQ(bytesOf(image), (Bytes{100, 50, 20, 100, 50, 20}));
 }
 
 TEST(ZKImage, GetSubImageIsClippedToTheImage) {

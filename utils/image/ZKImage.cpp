@@ -5,7 +5,6 @@
 
 #include "ZKVec.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <utility>
@@ -200,18 +199,18 @@ void ZKImage::mirrorVertically(ZKImage& out) const {
 void ZKImage::getSubImage(ZKImage& out, const ZKVec2i& origin, const ZKPixSize& size) const {
     ZKImage sub;
     if (hasPixels()) {
-        const long long x0 = std::max<long long>(origin.x, 0);
-        const long long y0 = std::max<long long>(origin.y, 0);
-        const long long x1 = std::min<long long>((long long)origin.x + size.width, m_width);
-        const long long y1 = std::min<long long>((long long)origin.y + size.height, m_height);
-        if (x1 > x0 && y1 > y0) {
-            sub.init(ZKPixSize(int(x1 - x0), int(y1 - y0)), m_packing);
+        ZKPixRect span;
+        span.set(origin, size);
+        span.intersectWith(ZKPixRect(0, 0, m_width, m_height));
+        if (!span.isEmpty()) {
+            sub.init(ZKPixSize(int(span.getWidth()), int(span.getHeight())), m_packing);
             if (sub.m_pixels) {
                 const std::size_t depth = std::size_t(getDepth());
-                const std::size_t rowBytes = std::size_t(x1 - x0) * depth;
-                for (long long y = y0; y < y1; ++y)
-                    std::memcpy(sub.m_pixels + std::size_t(y - y0) * rowBytes,
-                                m_pixels + (std::size_t(y) * m_width + std::size_t(x0)) * depth,
+                const std::size_t rowBytes = std::size_t(span.getWidth()) * depth;
+                for (long long y = span.top; y < span.bottom; ++y)
+                    std::memcpy(sub.m_pixels + std::size_t(y - span.top) * rowBytes,
+                                m_pixels +
+                                    (std::size_t(y) * m_width + std::size_t(span.left)) * depth,
                                 rowBytes);
             }
         } else {

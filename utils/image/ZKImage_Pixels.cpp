@@ -319,11 +319,10 @@ void ZKImage::fillRectRows(const ZKPixRect& rect, const ZKColor4ub& first,
                            const ZKColor4ub& second) {
     if (!hasPixels() || !isColourPacking(m_packing))
         return;
-    const long long x0 = std::max<long long>(rect.left, 0);
-    const long long x1 = std::min<long long>(rect.right, m_width);
-    const long long y0 = std::max<long long>(rect.top, 0);
-    const long long y1 = std::min<long long>(rect.bottom, m_height);
-    if (x1 <= x0 || y1 <= y0)
+    // The flag word of rect takes no part: only its coordinates are clipped.
+    ZKPixRect span(rect.left, rect.top, rect.right, rect.bottom);
+    span.intersectWith(ZKPixRect(0, 0, m_width, m_height));
+    if (span.isEmpty())
         return;
     const long long steps = (long long)rect.bottom - rect.top - 1;
     const auto channelAt = [steps](unsigned char a, unsigned char b, long long i) {
@@ -331,14 +330,14 @@ void ZKImage::fillRectRows(const ZKPixRect& rect, const ZKColor4ub& first,
     };
     const std::size_t depth = std::size_t(getDepth());
     const std::size_t rowBytes = std::size_t(m_width) * depth;
-    const std::size_t spanBytes = std::size_t(x1 - x0) * depth;
-    for (long long y = y0; y < y1; ++y) {
+    const std::size_t spanBytes = std::size_t(span.getWidth()) * depth;
+    for (long long y = span.top; y < span.bottom; ++y) {
         const long long i = y - rect.top;
         const ZKColor4ub c(channelAt(first.r, second.r, i), channelAt(first.g, second.g, i),
                            channelAt(first.b, second.b, i), channelAt(first.a, second.a, i));
         unsigned char pixel[4];
         pixelBytes(pixel, m_packing, c);
-        fillBytes(m_pixels + std::size_t(y) * rowBytes + std::size_t(x0) * depth, spanBytes, pixel,
-                  int(depth));
+        fillBytes(m_pixels + std::size_t(y) * rowBytes + std::size_t(span.left) * depth, spanBytes,
+                  pixel, int(depth));
     }
 }
