@@ -97,8 +97,7 @@ int runBlocs(const QStringList& args) {
             return kExitNo;
         }
         if (pos + header.size > fileSize) {
-            std::printf("%lld\t0\t%u\t%s\t%u\n", pos, header.id, idAsChars(header.id).constData(),
-                        header.size);
+            printEntry({pos, 0, header.id, header.size});
             std::printf("damaged\t%lld\tbloc runs past the end of the file (size %u, %lld bytes "
                         "left)\n",
                         pos, header.size, fileSize - pos);

@@ -38,10 +38,8 @@ int main(int argc, char** argv) {
         return zkutil::kExitOk;
     }
     const zkutil::Command* command = zkutil::findCommand(name);
-    if (!command) {
-        zkutil::fail(QStringLiteral("unknown command '%1' (see zkutil --help)").arg(name));
-        return zkutil::kExitError;
-    }
+    if (!command)
+        return zkutil::fail(QStringLiteral("unknown command '%1' (see zkutil --help)").arg(name));
     if (zkutil::wantsHelp(*command, args))
         return zkutil::kExitOk;
     return command->run(args);
