@@ -38,7 +38,7 @@ void ZKColor3ub::setRGB(const ZKColor3f& c) {
 }
 
 void ZKColor3ub::setRGB(const ZKColor4f& c) {
-    set(unitToByte(c.r), unitToByte(c.g), unitToByte(c.b));
+    setRGB(ZKColor3f(c.r, c.g, c.b));
 }
 
 void ZKColor3ub::setRGB(const ZKColor4ub& c) {
@@ -57,11 +57,11 @@ void ZKColor3ub::getHSL(float& h, float& s, float& l) const {
 }
 
 void ZKColor4ub::setRGBA(const ZKColor4f& c) {
-    set(unitToByte(c.r), unitToByte(c.g), unitToByte(c.b), unitToByte(c.a));
+    setRGBA(ZKColor3f(c.r, c.g, c.b), c.a);
 }
 
 void ZKColor4ub::setRGBA(const ZKColor3f& c, float alpha) {
-    set(unitToByte(c.r), unitToByte(c.g), unitToByte(c.b), unitToByte(alpha));
+    setRGBA(c, unitToByte(alpha));
 }
 
 void ZKColor4ub::setRGBA(const ZKColor3ub& c, unsigned char alpha) {
@@ -69,7 +69,7 @@ void ZKColor4ub::setRGBA(const ZKColor3ub& c, unsigned char alpha) {
 }
 
 void ZKColor4ub::setRGBA(const ZKColor3f& c, unsigned char alpha) {
-    set(unitToByte(c.r), unitToByte(c.g), unitToByte(c.b), alpha);
+    setRGBA(ZKInternal::toBytes(c), alpha);
 }
 
 void ZKColor4ub::setRGB(const ZKColor4f& c) {
