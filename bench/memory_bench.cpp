@@ -88,28 +88,28 @@ std::string checkHeld(long long held, long long expected) {
            " storage bytes";
 }
 
-std::string checkBoolArray(long long n) {
+// `held`: what bytesHeld measured for an array of n clear elements.
+std::string checkBoolArray(long long n, long long held) {
     const ZKBoolArray a(int(n), false);
     const long long storage = (n + 7) / 8;
     if (a.size() != n || a.getDynMemoryUsed() != storage || a.getMemoryUsed() != storage + 24 ||
         a.capacity() != 8 * storage)
         return "size, capacity or reported bytes differ from ceil(n / 8)";
     // The block: the storage plus the two guard bytes.
-    return checkHeld(bytesHeld<ZKBoolArray>([n] { return ZKBoolArray(int(n), false); }) -
-                         static_cast<long long>(sizeof(ZKBoolArray)),
-                     storage + 2);
+    return checkHeld(held - static_cast<long long>(sizeof(ZKBoolArray)), storage + 2);
 }
 
 void ZK_BoolArrayClear(benchmark::State& state) {
     if (skipUnlessMeasurable(state))
         return;
     const long long n = state.range(0);
-    const std::string problem = checkBoolArray(n);
+    const long long held = bytesHeld<ZKBoolArray>([n] { return ZKBoolArray(int(n), false); });
+    const std::string problem = checkBoolArray(n, held);
     if (!problem.empty()) {
         state.SkipWithError(problem.c_str());
         return;
     }
-    setMemoryCounters(state, bytesHeld<ZKBoolArray>([n] { return ZKBoolArray(int(n), false); }), n);
+    setMemoryCounters(state, held, n);
     for (auto _ : state) {
         ZKBoolArray a(int(n), false);
         benchmark::DoNotOptimize(a.getData());
