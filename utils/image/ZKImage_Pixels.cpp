@@ -3,6 +3,8 @@
 // those of the plain per-pixel formulas.
 #include "ZKImage.h"
 
+#include "internal/ZKColorConvert.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
@@ -325,16 +327,14 @@ void ZKImage::fillRectRows(const ZKPixRect& rect, const ZKColor4ub& first,
     if (span.isEmpty())
         return;
     const long long steps = (long long)rect.bottom - rect.top - 1;
-    const auto channelAt = [steps](unsigned char a, unsigned char b, long long i) {
-        return static_cast<unsigned char>(steps <= 0 ? a : a + (b - a) * i / steps);
-    };
     const std::size_t depth = std::size_t(getDepth());
     const std::size_t rowBytes = std::size_t(m_width) * depth;
     const std::size_t spanBytes = std::size_t(span.getWidth()) * depth;
     for (long long y = span.top; y < span.bottom; ++y) {
         const long long i = y - rect.top;
-        const ZKColor4ub c(channelAt(first.r, second.r, i), channelAt(first.g, second.g, i),
-                           channelAt(first.b, second.b, i), channelAt(first.a, second.a, i));
+        const ZKColor4ub c = ZKInternal::combine(first, second, [steps, i](int a, int b) {
+            return static_cast<unsigned char>(steps <= 0 ? a : a + (b - a) * i / steps);
+        });
         unsigned char pixel[4];
         pixelBytes(pixel, m_packing, c);
         fillBytes(m_pixels + std::size_t(y) * rowBytes + std::size_t(span.left) * depth, spanBytes,
