@@ -170,12 +170,15 @@ TEST(ZKMatrix, Rotation3fFromTo) {
 TEST(ZKMatrix, ScaleWithPivotDiffersBetweenFloatAndDouble) {
     const ZKVec3d s(2, 3, 4), p(1, -2, 5);
     ZKMatrix4d d;
+    d.m[3] = 9.0;
+    d.m[12] = 9.0;
     d.scale(s, p);
     // kept: the double form's translation is the pivot itself
     EXPECT_EQ(d[12], 1.0);
     EXPECT_EQ(d[13], -2.0);
     EXPECT_EQ(d[14], 5.0);
     EXPECT_EQ(d[5], 3.0);
+    EXPECT_EQ(d[3], 0.0); // built whole, whatever the matrix held
 
     ZKMatrix4f f, g;
     f.scale(ZKVec3f(2, 3, 4), ZKVec3f(1, -2, 5));
