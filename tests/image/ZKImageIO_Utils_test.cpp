@@ -134,10 +134,6 @@ protected:
         file.write(bytes);
         return path(name);
     }
-    QByteArray read(const ZKStringW& name) const {
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
     // Loading fails and leaves a cleared image.
     static void expectPngFailure(const ZKStringW& file) {
         ZKImage image;
@@ -197,7 +193,7 @@ TEST_F(ZKImageIO_UtilsFiles, UnsupportedAndCorruptPngsFail) {
     expectPngFailure(ZKStringW());
     expectPngFailure(write("short.png", QByteArray("\x89PN", 3)));
 
-    const QByteArray good = read(suiteFile("basn2c08.png"));
+    const QByteArray good = zkReadFile(suiteFile("basn2c08.png"));
     expectPngFailure(write("truncated.png", good.left(good.size() / 2)));
     QByteArray badCrc = good;
     badCrc[good.indexOf("IDAT") + 10] = char(badCrc[good.indexOf("IDAT") + 10] ^ 0x55);
@@ -290,8 +286,9 @@ TEST_F(ZKImageIO_UtilsFiles, SavedPngsLoadBackAndTheResultIsAlwaysFalse) {
         const ZKStringW file = path("saved.png");
         // Kept: false even though the file is written.
         EXPECT_FALSE(ZKImageIO_Utils::saveImage_PNG(file, image));
-        EXPECT_EQ(read(file)[24], char(c.pngBitDepth)) << c.packing;
-        EXPECT_EQ(read(file)[25], char(c.pngColorType)) << c.packing;
+        const QByteArray written = zkReadFile(file);
+        EXPECT_EQ(written[24], char(c.pngBitDepth)) << c.packing;
+        EXPECT_EQ(written[25], char(c.pngColorType)) << c.packing;
         ZKImage back;
         ASSERT_TRUE(ZKImageIO_Utils::loadImage_PNG(file, back)) << c.packing;
         EXPECT_EQ(back.getPacking(), c.loaded);

@@ -2,6 +2,7 @@
 #include "ZKDisk.h"
 #include "ZKProcessServer.h"
 #include "ZKSystemServer.h"
+#include "ZKTestSupport.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -53,11 +54,6 @@ protected:
     QTemporaryDir m_dir;
     QString m_folder, m_name, m_helper, m_record;
 };
-
-QByteArray readAll(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 } // namespace
 
@@ -168,7 +164,7 @@ TEST(ZKSystemServer, ShellCommandsWaitOrRunInTheBackground) {
     ASSERT_TRUE(dir.isValid());
     const QByteArray folder = QFile::encodeName(dir.path());
     EXPECT_EQ(ZKSystemServer::systemCmd(ZKStringC("printf x > '" + folder + "/a'"), true), 0);
-    EXPECT_EQ(readAll(dir.path() + "/a"), QByteArray("x"));
+    EXPECT_EQ(zkReadFile(dir.path() + "/a"), QByteArray("x"));
     // The shell's wait status: exit code 3 in the high byte.
     EXPECT_EQ(ZKSystemServer::systemCmd(ZKStringC("sh"), ZKStringC("-c 'exit 3'"), true, false),
               3 << 8);
@@ -204,7 +200,7 @@ TEST(ZKSystemServer, OpenFileUsesXdgOpenAndNoScriptRuns) {
 
     EXPECT_EQ(ZKSystemServer::openFile(ZKStringC("/some folder/file.txt")), 0);
     EXPECT_TRUE(zkWaitFor([&] { return QFile::exists(dir.path() + "/xdg-open.out"); }));
-    EXPECT_EQ(readAll(dir.path() + "/xdg-open.out"), QByteArray("/some folder/file.txt"));
+    EXPECT_EQ(zkReadFile(dir.path() + "/xdg-open.out"), QByteArray("/some folder/file.txt"));
     // No script interpreter on this platform: false, and nothing is run.
     EXPECT_FALSE(ZKSystemServer::runAppleScript(ZKStringC("beep")));
     QThread::msleep(100);
