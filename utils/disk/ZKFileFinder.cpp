@@ -24,10 +24,6 @@ QDir::Filters toQtFilters(int flags) {
     return QDir::Filters(swapped | (flags & 0x63FC));
 }
 
-bool isDotEntry(const ZKStringW& name) {
-    return name == QLatin1String(".") || name == QLatin1String("..");
-}
-
 } // namespace
 
 ZKFileFinder::ZKFileFinder() : m_listing(new Listing) {}
@@ -96,6 +92,9 @@ ZKStringW ZKFileFinder::findNext() {
 }
 
 bool ZKFileFinder::extractAllFilesInFolder(ZKArray<ZKStringW>& files) {
+    // One reservation for the whole walk: reserving again in every folder
+    // would grow the array by exact steps, copying it once per folder.
+    files.reserve(files.size() + 100);
     ZKArray<ZKStringW> enclosing;
     return extractAll(files, enclosing);
 }
@@ -105,25 +104,22 @@ bool ZKFileFinder::extractAllFilesInFolder(ZKArray<ZKStringW>& files) {
 bool ZKFileFinder::extractAll(ZKArray<ZKStringW>& files, ZKArray<ZKStringW>& enclosing) {
     if (!ZKDisk::folderExists(m_folder))
         return false;
-    files.reserve(files.size() + 100);
     const ZKStringW folder = m_folder;
 
     // Kept: the finder's own flags lose the Folders bit here and keep it lost.
     m_flags = (m_flags & ~Folders) | NoDot | NoDotDot;
     restart();
     ZKStringW name;
-    while (findNext(name)) {
-        if (!isDotEntry(name))
-            files.push_back(ZKDisk::concatPathAndFileName(folder, name));
-    }
+    while (findNext(name))
+        files.push_back(ZKDisk::concatPathAndFileName(folder, name));
 
     ZKFileFinder subFolders;
     subFolders.setFolder(folder);
-    subFolders.m_flags = (m_flags & ~(NoDot | NoDotDot | Files | Folders)) | NoDotDot | Folders;
+    // The same attributes, folders instead of files; NoDot and NoDotDot, set
+    // above, keep "." and ".." out of both listings.
+    subFolders.m_flags = (m_flags & ~Files) | Folders;
     enclosing.push_back(ZKStringW(QFileInfo(folder).canonicalFilePath()));
     while (subFolders.findNext(name)) {
-        if (isDotEntry(name))
-            continue;
         const ZKStringW sub = ZKDisk::concatPathAndFileName(folder, name);
         const ZKStringW canonical(QFileInfo(sub).canonicalFilePath());
         if (std::find(enclosing.begin(), enclosing.end(), canonical) != enclosing.end())
