@@ -223,8 +223,8 @@ bool ZKBinaryFile::readFloat_BigEndian(float& v) {
     return true;
 }
 
-bool ZKBinaryFile::readSize(unsigned long& v) {
-    if (m_sizeAs64Bits) {
+bool ZKBinaryFile::readSizeField(bool as64Bits, unsigned long& v) {
+    if (as64Bits) {
         unsigned long long wide;
         if (!readUInt64(wide))
             return false;
@@ -236,6 +236,15 @@ bool ZKBinaryFile::readSize(unsigned long& v) {
         return false;
     v = narrow;
     return true;
+}
+
+bool ZKBinaryFile::readSize(unsigned long& v) {
+    return readSizeField(m_sizeAs64Bits, v);
+}
+
+bool ZKBinaryFile::readBoolArrayCount(unsigned long& count) {
+    // The older layout's count is 32 bits whatever the size width.
+    return readSizeField(m_sizeAs64Bits && !m_boolArrayCountAs32Bits, count);
 }
 
 bool ZKBinaryFile::readBoolAsChar(bool& v) {
@@ -489,19 +498,9 @@ bool ZKBinaryFile::writeBoolArray(const ZKBoolArray& bits) {
     return writeBytes(bytes.data(), bytes.size());
 }
 
-bool ZKBinaryFile::readCount32Or(bool as32, unsigned long& count) {
-    if (!as32)
-        return readSize(count);
-    unsigned int narrow;
-    if (!readUInt(narrow))
-        return false;
-    count = narrow;
-    return true;
-}
-
 bool ZKBinaryFile::readBoolArray(ZKBoolArray& bits) {
     unsigned long count;
-    if (!readCount32Or(m_boolArrayCountAs32Bits, count))
+    if (!readBoolArrayCount(count))
         return false;
     if (count > (unsigned long)kTrustedCount) {
         const long long left = bytesLeft();
@@ -532,7 +531,7 @@ bool ZKBinaryFile::skipBoolArray() {
     if (!m_file)
         return true; // kept inverted like skipData: no file answers true
     unsigned long count;
-    if (!readCount32Or(m_boolArrayCountAs32Bits, count))
+    if (!readBoolArrayCount(count))
         return false;
     // Kept inverted: false when the seek succeeded.
     return fseeko(m_file, static_cast<off_t>(count), SEEK_CUR) != 0;

@@ -274,7 +274,9 @@ private:
     template <typename T> bool readImage(T& v) { return readBytes(&v, sizeof v); }
     bool writeBoolBits(unsigned bits);
     bool readBoolBits(bool* const* targets, int n);
-    bool readCount32Or(bool as32, unsigned long& count);
+    // A size field of 8 bytes, or of 4 when `as64Bits` is off.
+    bool readSizeField(bool as64Bits, unsigned long& v);
+    bool readBoolArrayCount(unsigned long& count);
     // Bytes from the current position to the end of the file; -1 when the
     // stream cannot tell (not seekable).
     long long bytesLeft();
