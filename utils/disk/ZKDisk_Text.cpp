@@ -1,6 +1,7 @@
 #include "ZKDisk.h"
 
 #include "ZKNativeStdio.h"
+#include "ZKStringServer.h"
 #include "internal/ZKFormat.h"
 
 #include <algorithm>
@@ -103,8 +104,11 @@ bool readUnit32(FILE* stream, std::uint32_t& unit) {
     return true;
 }
 
-// True when every byte reached the file, the flush at closing included.
+// True when every byte reached the file, the flush at closing included;
+// false for a stream that could not be opened.
 bool writeBytesAndClose(FILE* stream, const ZKStringC& bytes) {
+    if (!stream)
+        return false;
     const size_t size = size_t(bytes.size());
     const size_t written = size > 0 ? std::fwrite(bytes.constData(), 1, size, stream) : 0;
     const bool closed = std::fclose(stream) == 0;
@@ -159,9 +163,7 @@ bool ZKDisk::readTextFileContent(const ZKStringW& path, ZKStringC& content, int 
 }
 
 bool ZKDisk::readTextFileContent(const ZKStringC& path, ZKStringC& content, int maxBytes) {
-    ZKStringW widePath;
-    widePath.convertFrom(path);
-    return readTextFileContent(widePath, content, maxBytes);
+    return readTextFileContent(ZKStringServer::fromNonUnicode(path), content, maxBytes);
 }
 
 bool ZKDisk::readTextFileContent(const ZKStringW& path, ZKStringW& content, int maxBytes) {
@@ -173,10 +175,7 @@ bool ZKDisk::readTextFileContent(const ZKStringW& path, ZKStringW& content, int 
 }
 
 bool ZKDisk::writeTextFileContent(const ZKStringC& path, const ZKStringC& content) {
-    FILE* stream = std::fopen(path.constData(), "w");
-    if (!stream)
-        return false;
-    return writeBytesAndClose(stream, content);
+    return writeBytesAndClose(std::fopen(path.constData(), "w"), content);
 }
 
 bool ZKDisk::writeTextFileContent(const ZKStringW& path, const ZKStringW& content) {
@@ -184,10 +183,7 @@ bool ZKDisk::writeTextFileContent(const ZKStringW& path, const ZKStringW& conten
 }
 
 bool ZKDisk::writeTextFileContent(const ZKStringW& path, const ZKStringC& content) {
-    FILE* stream = fopenUtf8(path, "w");
-    if (!stream)
-        return false;
-    return writeBytesAndClose(stream, content);
+    return writeBytesAndClose(fopenUtf8(path, "w"), content);
 }
 
 bool ZKDisk::addTextToFile(const ZKStringC& path, const char* format, ...) {
