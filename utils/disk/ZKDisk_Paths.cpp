@@ -111,7 +111,7 @@ void pathComponents(Str& folder, Str& name, const Str& path, bool keepSeparator)
 
 template <typename Str> Str fileNameExtension(const Str& path) {
     const int d = path.lastIndexOf('.');
-    if (d == -1 || path.lastIndexOf('\\') > d || path.lastIndexOf('/') > d)
+    if (d == -1 || lastSeparator(path) > d)
         return Str();
     return path.mid(d + 1);
 }
@@ -176,7 +176,7 @@ bool ZKDisk::compareFileName(const ZKStringW& a, const ZKStringW& b) {
 }
 
 void ZKDisk::compareFileName_prepare(ZKStringW& s) {
-    s.replace('\\', '/');
+    unixifyFileName(s);
     // Kept: ZKStringW::toLower leaves the text as it is, so prepared keys stay
     // case-sensitive, exactly like compareFileName.
     s.toLower();
@@ -202,7 +202,7 @@ ZKStringC ZKDisk::getUnixifiedFileName(const ZKStringC& s) {
 
 ZKStringW ZKDisk::getUnixifiedFileName(const ZKStringW& s) {
     ZKStringW result = s;
-    result.replace('\\', '/');
+    unixifyFileName(result);
     return result;
 }
 
