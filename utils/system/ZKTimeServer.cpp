@@ -44,6 +44,10 @@ ZKStringC tableEntry(const char* const (&names)[N], const char* const (&shortNam
     return ZKStringC(shortForm ? shortNames[index] : names[index]);
 }
 
+QDate currentDate(bool local) {
+    return local ? QDate::currentDate() : QDateTime::currentDateTimeUtc().date();
+}
+
 QDateTime currentDateTime(bool local) {
     // The local form reads date and time separately, as the local fields do.
     return local ? QDateTime(QDate::currentDate(), QTime::currentTime())
@@ -150,7 +154,7 @@ void ZKTimeServer::getSystemTime(int& hour, int& minute, int& second, int& ms, b
 }
 
 void ZKTimeServer::getSystemDate(int& year, int& month, int& day, bool local) {
-    const QDate date = local ? QDate::currentDate() : QDateTime::currentDateTimeUtc().date();
+    const QDate date = currentDate(local);
     year = date.year();
     month = date.month();
     day = date.day();
@@ -165,8 +169,7 @@ void ZKTimeServer::getSystemDateTime(ZKDateTime& dateTime, bool local) {
 }
 
 int ZKTimeServer::getDayOfWeek(bool local) {
-    const QDate today = local ? QDate::currentDate() : QDateTime::currentDateTimeUtc().date();
-    return today.dayOfWeek();
+    return currentDate(local).dayOfWeek();
 }
 
 ZKStringC ZKTimeServer::getDayAsString(int index, bool shortForm) {
