@@ -91,6 +91,10 @@ bool ZKBinaryFile::readBytes(void* data, size_t n) {
     return n == 0 || ZKNative::freadUnlocked(data, 1, n, m_file) == n;
 }
 
+long long ZKBinaryFile::position() const {
+    return m_file ? (long long)ftello(m_file) : -1LL;
+}
+
 long long ZKBinaryFile::bytesLeft() {
     if (!m_file)
         return -1;
@@ -587,7 +591,7 @@ ZKObject* ZKBinaryFile::readClassTypeAndCreateObj() {
 }
 
 bool ZKBinaryFile::writeBlocHeader(const ZKBinFileBlocHeader& header) {
-    m_blocStartPositions.push_back(m_file ? (long long)ftello(m_file) : -1LL);
+    m_blocStartPositions.push_back(position());
     return writeUInt(header.id) && writeUInt(header.size);
 }
 
@@ -646,13 +650,13 @@ bool ZKBinaryFile::endReadBloc(const ZKBinFileBlocHeader& header) {
 }
 
 bool ZKBinaryFile::readBlocHeader(ZKBinFileBlocHeader& header, ReadBlocData& data) {
-    data.m_startPosition = m_file ? (long long)ftello(m_file) : -1LL;
+    data.m_startPosition = position();
     return readBlocHeader(header);
 }
 
 bool ZKBinaryFile::readBlocHeader_CheckId(ZKBinFileBlocHeader& header, ReadBlocData& data,
                                           unsigned int expectedId) {
-    data.m_startPosition = m_file ? (long long)ftello(m_file) : -1LL;
+    data.m_startPosition = position();
     return readBlocHeader_CheckId(header, expectedId);
 }
 

@@ -277,6 +277,8 @@ private:
     // A size field of 8 bytes, or of 4 when `as64Bits` is off.
     bool readSizeField(bool as64Bits, unsigned long& v);
     bool readBoolArrayCount(unsigned long& count);
+    // The current offset in the file; -1 when no file is open.
+    long long position() const;
     // Bytes from the current position to the end of the file; -1 when the
     // stream cannot tell (not seekable).
     long long bytesLeft();
