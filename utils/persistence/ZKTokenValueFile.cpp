@@ -3,6 +3,7 @@
 #include "ZKDisk.h"
 #include "internal/ZKFormat.h"
 
+#include <cstdarg>
 #include <cstring>
 
 namespace {
@@ -26,6 +27,21 @@ bool equalsNoCase(const ZKStringW& a, const char* b) {
 
 template <typename S> bool boolFromValue(const S& value) {
     return !(equalsNoCase(value, "No") || equalsNoCase(value, "0") || equalsNoCase(value, "false"));
+}
+
+// fprintf of one line; false, writing nothing, without a file. fprintf's own
+// result is not consulted.
+#if defined(__GNUC__)
+__attribute__((format(printf, 2, 3)))
+#endif
+bool printLine(FILE* file, const char* format, ...) {
+    if (!file)
+        return false;
+    va_list args;
+    va_start(args, format);
+    std::vfprintf(file, format, args);
+    va_end(args);
+    return true;
 }
 
 } // namespace
@@ -281,10 +297,7 @@ bool ZKTokenValueFile::rmvTokenValue(const char* token) {
 }
 
 bool ZKTokenValueFile::write(const char* token, const char* value) {
-    if (!m_file)
-        return false;
-    std::fprintf(m_file, "%s=%s\n", token, value);
-    return true;
+    return printLine(m_file, "%s=%s\n", token, value);
 }
 
 bool ZKTokenValueFile::writeStringC(const char* token, const ZKStringC& value) {
@@ -300,10 +313,7 @@ bool ZKTokenValueFile::writeStringW(const ZKStringC& token, const ZKStringW& val
 }
 
 bool ZKTokenValueFile::writeInt(const char* token, int value) {
-    if (!m_file)
-        return false;
-    std::fprintf(m_file, "%s=%d\n", token, value);
-    return true;
+    return printLine(m_file, "%s=%d\n", token, value);
 }
 
 bool ZKTokenValueFile::writeFloat(const char* token, float value) {
@@ -311,11 +321,8 @@ bool ZKTokenValueFile::writeFloat(const char* token, float value) {
 }
 
 bool ZKTokenValueFile::writeDouble(const char* token, double value) {
-    if (!m_file)
-        return false;
     ZKInternal::CLocaleScope cLocale; // six decimals after a "." whatever the locale
-    std::fprintf(m_file, "%s=%f\n", token, value);
-    return true;
+    return printLine(m_file, "%s=%f\n", token, value);
 }
 
 bool ZKTokenValueFile::writeBool(const char* token, bool value) {
@@ -329,7 +336,7 @@ bool ZKTokenValueFile::writeBufferedTokens(const ZKStringW& path) {
         return false;
     const long long n = m_tokensC.size();
     for (long long i = 0; i < n; ++i)
-        std::fprintf(file, "%s=%s\n", m_tokensC[i].constData(), m_valuesW[i].toUtf8().constData());
+        printLine(file, "%s=%s\n", m_tokensC[i].constData(), m_valuesW[i].toUtf8().constData());
     std::fclose(file);
     return true;
 }
