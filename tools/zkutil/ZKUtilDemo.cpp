@@ -85,8 +85,9 @@ DemoDocument makeDocument() {
     d.comment =
         ZKStringW(QString::fromUtf8("\xe6\x97\xa5\xe6\x9c\xac \xf0\x9f\x98\x80 \xc3\xa9t\xc3\xa9"));
     d.tags = ZKArray<ZKStringC>{"demo", "", "teapot"};
-    d.layers = ZKArray<ZKStringW>{ZKStringW("Background"),
-                                  ZKStringW(QString::fromUtf8("\xc3\x89" "clairage"))};
+    d.layers =
+        ZKArray<ZKStringW>{ZKStringW("Background"), ZKStringW(QString::fromUtf8("\xc3\x89"
+                                                                                "clairage"))};
     auto shape = std::make_unique<DemoShape>();
     shape->m_corners = 4;
     shape->m_name = "floor";
@@ -278,12 +279,7 @@ void renderSwatches(ZKImage& image) {
     image.init(ZKPixSize(width, band * 6), ZK_PACKING_RGBA);
     image.fillWithColor(ZKColor3ub(255, 255, 255));
     auto fillColumn = [&](int band0, int x, const ZKColor4ub& c) {
-        ZKPixRect rect;
-        rect.left = x;
-        rect.right = x + 1;
-        rect.top = band0 * band + 2;
-        rect.bottom = (band0 + 1) * band - 2;
-        image.fillRectWithColor(rect, c);
+        image.fillRectWithColor(ZKPixRect(x, band0 * band + 2, x + 1, (band0 + 1) * band - 2), c);
     };
     for (int x = 0; x < width; ++x) {
         const float t = float(x) / float(width - 1);
