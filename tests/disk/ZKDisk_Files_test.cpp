@@ -1,4 +1,5 @@
 #include "ZKDisk.h"
+#include "ZKTestSupport.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -32,10 +33,7 @@ protected:
         ASSERT_TRUE(f.open(QIODevice::WriteOnly));
         ASSERT_EQ(f.write(content), content.size());
     }
-    QByteArray read(const QString& name) const {
-        QFile f(path(name));
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
-    }
+    QByteArray read(const QString& name) const { return zkReadFile(path(name)); }
     bool exists(const QString& name) const { return QFileInfo::exists(path(name)); }
 
     QTemporaryDir m_dir;

@@ -1,4 +1,5 @@
 #include "ZKDisk.h"
+#include "ZKTestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -14,13 +15,6 @@
 #include <vector>
 
 namespace {
-
-QByteArray readAll(const QString& path) {
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly))
-        return QByteArray("<missing>");
-    return f.readAll();
-}
 
 bool writeBytes(const QString& path, const QByteArray& bytes) {
     QFile f(path);
@@ -111,7 +105,7 @@ TEST(ZKDiskText, FopenUtf8OpensNonAsciiPathsAndRefusesEmptyOnes) {
     ASSERT_NE(f, ZKDisk::s_invalidFile);
     std::fputs("ok", f);
     std::fclose(f);
-    EXPECT_EQ(readAll(path), QByteArray("ok"));
+    EXPECT_EQ(zkReadFile(path), QByteArray("ok"));
     // The name on disk is the UTF-8 encoding of the wide name.
     EXPECT_EQ(
         access((QFile::encodeName(dir.path()) + "/d\xc3\xa9j\xc3\xa0 \xe2\x82\xac.txt").constData(),
@@ -173,14 +167,14 @@ TEST(ZKDiskText, WriteTextFileContentTruncatesAndWritesUtf8ForWideText) {
     const QString path = dir.filePath("w.txt");
     EXPECT_TRUE(ZKDisk::writeTextFileContent(ZKStringC(QFile::encodeName(path)),
                                              ZKStringC("first line\nsecond")));
-    EXPECT_EQ(readAll(path), QByteArray("first line\nsecond"));
+    EXPECT_EQ(zkReadFile(path), QByteArray("first line\nsecond"));
     EXPECT_TRUE(ZKDisk::writeTextFileContent(ZKStringW(path), ZKStringC("ab\r\n")));
-    EXPECT_EQ(readAll(path), QByteArray("ab\r\n")); // no line-end conversion
+    EXPECT_EQ(zkReadFile(path), QByteArray("ab\r\n")); // no line-end conversion
     EXPECT_TRUE(ZKDisk::writeTextFileContent(ZKStringW(path),
                                              ZKStringW(QString::fromUtf8("\xc3\xa9\xe2\x82\xac"))));
-    EXPECT_EQ(readAll(path), QByteArray("\xc3\xa9\xe2\x82\xac"));
+    EXPECT_EQ(zkReadFile(path), QByteArray("\xc3\xa9\xe2\x82\xac"));
     EXPECT_TRUE(ZKDisk::writeTextFileContent(ZKStringW(path), ZKStringC()));
-    EXPECT_EQ(readAll(path), QByteArray(""));
+    EXPECT_EQ(zkReadFile(path), QByteArray(""));
     EXPECT_FALSE(
         ZKDisk::writeTextFileContent(ZKStringW(dir.filePath("no/such.txt")), ZKStringC("x")));
     EXPECT_FALSE(ZKDisk::writeTextFileContent(ZKStringW(), ZKStringW("x")));
@@ -194,14 +188,14 @@ TEST(ZKDiskText, AddTextToFileFormatsTheTextASecondTime) {
     const ZKStringC bytePath = QFile::encodeName(path);
     // Kept: the plain text is a format, so "%%" writes one percent sign.
     EXPECT_TRUE(ZKDisk::addTextToFile(bytePath, ZKStringC("100%%\n")));
-    EXPECT_EQ(readAll(path), QByteArray("100%\n"));
+    EXPECT_EQ(zkReadFile(path), QByteArray("100%\n"));
     // Kept: the formatting forms format twice, so an argument's "%%" and a
     // format's "%%%%" each reach the file as one percent sign.
     EXPECT_TRUE(ZKDisk::addTextToFile(bytePath, "%s=%d%%%%", "50%%", 7));
-    EXPECT_EQ(readAll(path), QByteArray("100%\n50%=7%"));
+    EXPECT_EQ(zkReadFile(path), QByteArray("100%\n50%=7%"));
     EXPECT_TRUE(ZKDisk::addTextToFile(ZKStringW(path), ZKStringC(";w")));
     EXPECT_TRUE(ZKDisk::addTextToFile(ZKStringW(path), "%c%s", 'x', "y"));
-    EXPECT_EQ(readAll(path), QByteArray("100%\n50%=7%;wxy"));
+    EXPECT_EQ(zkReadFile(path), QByteArray("100%\n50%=7%;wxy"));
 
     EXPECT_FALSE(ZKDisk::addTextToFile(ZKStringW(dir.filePath("no/such.log")), ZKStringC("x")));
     EXPECT_FALSE(ZKDisk::addTextToFile(ZKStringW(), "%d", 1));
@@ -294,7 +288,7 @@ TEST(ZKDiskText, WideStreamLinesReadThirtyTwoBitUnitsAsSixteenBitOnes) {
     ASSERT_NE(out, nullptr);
     EXPECT_TRUE(ZKDisk::writeTextLine(out, ZKStringW("hi"), true));
     std::fclose(out);
-    EXPECT_EQ(readAll(path), QByteArray("h\0i\0\n\0", 6));
+    EXPECT_EQ(zkReadFile(path), QByteArray("h\0i\0\n\0", 6));
     FILE* in = fopenUtf8(path, "rb");
     ASSERT_NE(in, nullptr);
     EXPECT_FALSE(ZKDisk::readTextLine(in, line));
@@ -362,7 +356,7 @@ TEST(ZKDiskText, WriteTextLineAndCStringsRoundTrip) {
     std::fclose(out);
     const QByteArray e9 =
         Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? QByteArray("\xe9\0", 2) : QByteArray("\0\xe9", 2);
-    EXPECT_EQ(readAll(path), QByteArray("ab\nc") + e9 + QByteArray("xy\0\0z\0", 6));
+    EXPECT_EQ(zkReadFile(path), QByteArray("ab\nc") + e9 + QByteArray("xy\0\0z\0", 6));
 
     FILE* in = fopenUtf8(path, "rb");
     ASSERT_NE(in, nullptr);

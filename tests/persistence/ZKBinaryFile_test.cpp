@@ -1,4 +1,5 @@
 #include "ZKBinaryFile.h"
+#include "ZKTestSupport.h"
 
 #include "ZKBBox.h"
 #include "ZKBoolArray.h"
@@ -39,9 +40,7 @@ protected:
             EXPECT_TRUE(file.isOpen());
             body(file);
         }
-        QFile f(p);
-        f.open(QIODevice::ReadOnly);
-        return f.readAll().toHex(' ');
+        return zkReadFile(p).toHex(' ');
     }
 
     void writeRaw(const QByteArray& bytes, const char* name = "raw.bin") {

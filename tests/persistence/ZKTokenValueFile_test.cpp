@@ -1,3 +1,4 @@
+#include "ZKTestSupport.h"
 #include "ZKTokenValueFile.h"
 
 #include <QFile>
@@ -30,11 +31,7 @@ protected:
         f.write(text);
         return path(name);
     }
-    QByteArray readText(const char* name = "settings.txt") const {
-        QFile f(path(name));
-        f.open(QIODevice::ReadOnly);
-        return f.readAll();
-    }
+    QByteArray readText(const char* name = "settings.txt") const { return zkReadFile(path(name)); }
     QTemporaryDir m_dir;
 };
 
