@@ -21,6 +21,13 @@ inline QByteArray zkReadFile(const QString& path) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
 }
 
+// Writes `bytes` as the whole content of the file at `path`; true when the
+// file opened and took every byte.
+inline bool zkWriteFile(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
 // Collects the Qt messages emitted while it is alive.
 class ZKQtMessageCapture {
 public:

@@ -112,10 +112,7 @@ TEST(ZKArrayIO, BoolArrayBinary) {
     ZKArrayIO::loadBoolArray_Binary(ZKStringC(), untouched);
     EXPECT_EQ(untouched.size(), 7);
 
-    QFile truncated(dir.filePath("short.bin"));
-    ASSERT_TRUE(truncated.open(QIODevice::WriteOnly));
-    truncated.write("abc");
-    truncated.close();
+    ASSERT_TRUE(zkWriteFile(dir.filePath("short.bin"), "abc"));
     ZKArrayIO::loadBoolArray_Binary(pathIn(dir, "short.bin"), untouched);
     EXPECT_EQ(untouched.size(), 0);
 }

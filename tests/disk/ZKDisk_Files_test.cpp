@@ -29,9 +29,7 @@ protected:
     }
 
     void write(const QString& name, const QByteArray& content) const {
-        QFile f(path(name));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        ASSERT_EQ(f.write(content), content.size());
+        ASSERT_TRUE(zkWriteFile(path(name), content));
     }
     QByteArray read(const QString& name) const { return zkReadFile(path(name)); }
     bool exists(const QString& name) const { return QFileInfo::exists(path(name)); }

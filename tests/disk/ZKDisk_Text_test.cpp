@@ -16,11 +16,6 @@
 
 namespace {
 
-bool writeBytes(const QString& path, const QByteArray& bytes) {
-    QFile f(path);
-    return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
-}
-
 // A stream over `bytes`, read back through a temporary file.
 class ByteStream {
 public:
@@ -28,7 +23,7 @@ public:
     // the stream unbuffered.
     explicit ByteStream(const QByteArray& bytes, int bufferSize = 0) {
         const QString path = m_dir.filePath("stream.bin");
-        if (m_dir.isValid() && writeBytes(path, bytes))
+        if (m_dir.isValid() && zkWriteFile(path, bytes))
             m_file = std::fopen(QFile::encodeName(path).constData(), "rb");
         if (m_file && bufferSize != 0)
             std::setvbuf(m_file, nullptr, bufferSize < 0 ? _IONBF : _IOFBF,
@@ -121,9 +116,9 @@ TEST(ZKDiskText, ReadTextFileContentHonoursMaxBytesAndReportsMissingFiles) {
     QTemporaryDir dir;
     ASSERT_TRUE(dir.isValid());
     const ZKStringW path = dir.filePath(QString::fromUtf8("t\xc3\xa9n.txt"));
-    ASSERT_TRUE(writeBytes(path, QByteArray("0123\0"
-                                            "56789",
-                                            10)));
+    ASSERT_TRUE(zkWriteFile(path, QByteArray("0123\0"
+                                             "56789",
+                                             10)));
     ZKStringC content;
     EXPECT_TRUE(ZKDisk::readTextFileContent(path, content, 4));
     EXPECT_EQ(content, "0123");
@@ -148,7 +143,7 @@ TEST(ZKDiskText, ReadTextFileContentHonoursMaxBytesAndReportsMissingFiles) {
 
     // Wide content is the UTF-8 decoding, set only on success.
     const ZKStringW utf8Path = dir.filePath("utf8.txt");
-    ASSERT_TRUE(writeBytes(utf8Path, "caf\xc3\xa9\n\xe2\x82\xac"));
+    ASSERT_TRUE(zkWriteFile(utf8Path, "caf\xc3\xa9\n\xe2\x82\xac"));
     ZKStringW text("untouched");
     EXPECT_TRUE(ZKDisk::readTextFileContent(utf8Path, text, -1));
     EXPECT_EQ(text, QString::fromUtf8("caf\xc3\xa9\n\xe2\x82\xac"));

@@ -1,4 +1,5 @@
 #include "ZKFileFinder.h"
+#include "ZKTestSupport.h"
 
 #include <QDir>
 #include <QFile>
@@ -16,8 +17,7 @@ protected:
     void SetUp() override { ASSERT_TRUE(m_dir.isValid()); }
 
     void touch(const QString& name) const {
-        QFile f(m_dir.filePath(name));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        ASSERT_TRUE(zkWriteFile(m_dir.filePath(name), QByteArray()));
     }
     void mkdir(const QString& name) const { ASSERT_TRUE(QDir(m_dir.path()).mkpath(name)); }
     ZKStringW path(const QString& name = QString()) const {

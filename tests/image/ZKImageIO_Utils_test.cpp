@@ -129,9 +129,7 @@ class ZKImageIO_UtilsFiles : public ::testing::Test {
 protected:
     ZKStringW path(const char* name) const { return m_dir.filePath(QLatin1String(name)); }
     ZKStringW write(const char* name, const QByteArray& bytes) const {
-        QFile file(path(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
+        EXPECT_TRUE(zkWriteFile(path(name), bytes));
         return path(name);
     }
     // Loading fails and leaves a cleared image.

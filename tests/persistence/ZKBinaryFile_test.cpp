@@ -44,9 +44,7 @@ protected:
     }
 
     void writeRaw(const QByteArray& bytes, const char* name = "raw.bin") {
-        QFile f(path(name));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
+        ASSERT_TRUE(zkWriteFile(path(name), bytes));
     }
 
     QTemporaryDir m_dir;

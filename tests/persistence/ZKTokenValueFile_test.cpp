@@ -26,9 +26,7 @@ protected:
         return ZKStringW(m_dir.filePath(QString::fromLatin1(name)));
     }
     ZKStringW writeText(const QByteArray& text, const char* name = "settings.txt") {
-        QFile f(path(name));
-        EXPECT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(text);
+        EXPECT_TRUE(zkWriteFile(path(name), text));
         return path(name);
     }
     QByteArray readText(const char* name = "settings.txt") const { return zkReadFile(path(name)); }

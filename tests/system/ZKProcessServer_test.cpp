@@ -1,5 +1,6 @@
 #include "ZKChildProcess.h"
 #include "ZKProcessServer.h"
+#include "ZKTestSupport.h"
 
 #include <QDir>
 #include <QProcess>
@@ -62,11 +63,10 @@ TEST(ZKProcessServer, FindProcessByExecutableNameOrPath) {
 
 // Runs only in a copy of this executable started by the test below.
 TEST(DISABLED_ZKProcessPathChild, RecordExecutablePath) {
-    QFile file(QFile::decodeName(qgetenv("ZK_CHILD_RECORD")));
-    if (file.fileName().isEmpty())
+    const QString record = QFile::decodeName(qgetenv("ZK_CHILD_RECORD"));
+    if (record.isEmpty())
         GTEST_SKIP() << "runs only as a child started by ExecutablePathFitsIn2047Bytes";
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(ZKProcessServer::getCurrentProcessFileName().toUtf8());
+    ASSERT_TRUE(zkWriteFile(record, ZKProcessServer::getCurrentProcessFileName().toUtf8()));
 }
 
 TEST(ZKProcessServer, ExecutablePathFitsIn2047Bytes) {

@@ -19,11 +19,9 @@ TEST(DISABLED_ZKChildProcess, RecordArgumentsUntilStopped) {
     QByteArray text = "started\n" + QDir::currentPath().toUtf8() + '\n';
     for (const QString& arg : QCoreApplication::arguments().mid(1))
         text += arg.toUtf8() + '\n';
-    QFile temp(record + QStringLiteral(".tmp"));
-    ASSERT_TRUE(temp.open(QIODevice::WriteOnly));
-    temp.write(text);
-    temp.close();
-    ASSERT_TRUE(QFile::rename(temp.fileName(), record));
+    const QString temp = record + QStringLiteral(".tmp");
+    ASSERT_TRUE(zkWriteFile(temp, text));
+    ASSERT_TRUE(QFile::rename(temp, record));
     EXPECT_TRUE(zkWaitFor([&] { return QFile::exists(record + QStringLiteral(".stop")); }, 60000));
 }
 

@@ -1,5 +1,6 @@
 // Runs the zkutil tool as a process on files made here, damaged ones included.
 #include "ZKBinaryFile.h"
+#include "ZKTestSupport.h"
 
 #include <QDir>
 #include <QFile>
@@ -37,9 +38,7 @@ class ZKUtilTool : public ::testing::Test {
 protected:
     QString path(const char* name) const { return m_dir.filePath(QString::fromLatin1(name)); }
     void write(const char* name, const QByteArray& bytes) {
-        QFile f(path(name));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
+        ASSERT_TRUE(zkWriteFile(path(name), bytes));
     }
     QTemporaryDir m_dir;
 };
